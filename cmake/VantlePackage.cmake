@@ -1,0 +1,1 @@
+# What `cmake --install` adds beside the targets: nothing yet.

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "hook/object.h"
+
+#include <QtCore/QPoint>
+#include <QtCore/QRect>
+#include <QtCore/QString>
+
+#include <memory>
+
+namespace Vantle {
+
+class Class;
+
+/// What the tool can ask about the objects of a class without knowing the
+/// toolkit. Delegates hold no state and live as long as the process; every
+/// operation is safe for null and dead objects.
+class VANTLEHOOK_EXPORT Delegate
+{
+public:
+    enum Type : qint32 {
+        GeometryDelegate = 7,
+        InteractionDelegate = 8,
+    };
+
+    virtual ~Delegate();
+};
+
+/// Where things are. All coordinates are logical pixels.
+class VANTLEHOOK_EXPORT GeometryDelegate : public Delegate
+{
+public:
+    /// The screen point (\p x, \p y) in the object's own coordinates.
+    virtual QPoint mapFromGlobal(const SharedPtr<Object> &object, int x, int y) const = 0;
+    /// The child at a point in the object's own coordinates, null if there is none.
+    virtual SharedPtr<Object> childAt(const SharedPtr<Object> &object, int x, int y) const = 0;
+    /// The child that holds the keyboard focus, null if there is none.
+    virtual SharedPtr<Object> focusChild(const SharedPtr<Object> &object) const = 0;
+    /// The object's rectangle in screen coordinates; width and height are -1
+    /// for an object that has no place on the screen.
+    virtual QRect screenRect(const SharedPtr<Object> &object) const = 0;
+};
+
+/// Whether things can be acted on.
+class VANTLEHOOK_EXPORT InteractionDelegate : public Delegate
+{
+public:
+    /// Why a user could not act on the object now, in words; empty when one could.
+    virtual QString notReadyReason(const SharedPtr<Object> &object) const = 0;
+};
+
+/// The delegates by class. A class without a delegate of its own has that of
+/// its nearest base class.
+class VANTLEHOOK_EXPORT DelegateFactory
+{
+public:
+    static DelegateFactory *self();
+
+    /// The delegate of kind \p kind for \p type, null if there is none or \p type is null.
+    const Delegate *delegate(const Class *type, Delegate::Type kind) const;
+    /// Same, for callers that know the interface behind the kind.
+    const GeometryDelegate *geometryDelegate(const Class *type) const;
+    const InteractionDelegate *interactionDelegate(const Class *type) const;
+
+    /// Makes \p delegate answer for \p type, in place of any earlier one.
+    void registerDelegate(const Class *type, std::unique_ptr<GeometryDelegate> delegate);
+    void registerDelegate(const Class *type, std::unique_ptr<InteractionDelegate> delegate);
+
+private:
+    DelegateFactory();
+    ~DelegateFactory();
+    Q_DISABLE_COPY_MOVE(DelegateFactory)
+
+    struct Registry;
+    std::unique_ptr<Registry> m_registry;
+};
+
+} // namespace Vantle

@@ -1,0 +1,7 @@
+#include "hook/logger.h"
+
+namespace Vantle {
+
+Logger::~Logger() = default;
+
+} // namespace Vantle

@@ -1,0 +1,74 @@
+#include "hook/method.h"
+
+#include "hook/class.h"
+
+#include <QtCore/QJsonArray>
+
+namespace Vantle {
+
+Argument::Argument(const QString &name, const Class *type, unsigned int passing, int flags)
+    : m_name(name)
+    , m_type(type)
+    , m_passing(passing)
+    , m_flags(flags)
+{
+}
+
+Argument::Argument(const Class *type, unsigned int passing, int flags)
+    : Argument(QString(), type, passing, flags)
+{
+}
+
+QJsonObject Argument::describe() const
+{
+    QJsonObject description;
+    if (!m_name.isEmpty())
+        description.insert(QStringLiteral("name"), m_name);
+    description.insert(QStringLiteral("type"), m_type ? m_type->className() : QStringLiteral("void"));
+    return description;
+}
+
+Signature::Signature(const Argument &argument) : m_arguments{argument} {}
+Signature::Signature(const QList<Argument> &arguments) : m_arguments(arguments) {}
+
+Method::Method(const Argument &result, const QString &name, const Signature &signature)
+    : m_result(result)
+    , m_name(name)
+    , m_signature(signature)
+{
+}
+
+Method::~Method() = default;
+
+QJsonObject Method::describe() const
+{
+    QJsonArray arguments;
+    for (const Argument &argument : m_signature.arguments())
+        arguments.append(argument.describe());
+    return {
+        {QStringLiteral("name"), m_name},
+        {QStringLiteral("arguments"), arguments},
+        {QStringLiteral("result"), m_result.describe()},
+    };
+}
+
+GlobalMethod::GlobalMethod(GlobalFunction function, const Argument &result, const QString &name,
+                           const Signature &signature)
+    : Method(result, name, signature)
+    , m_function(function)
+{
+}
+
+GlobalMethod::~GlobalMethod() = default;
+
+GlobalClass::GlobalClass() = default;
+
+GlobalClass::~GlobalClass() = default;
+
+void GlobalClass::addMethod(const GlobalMethod *method)
+{
+    if (method)
+        m_methods.append(method);
+}
+
+} // namespace Vantle
