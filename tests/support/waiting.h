@@ -2,9 +2,11 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDeadlineTimer>
+#include <QtCore/QEvent>
 #include <QtCore/QEventLoop>
 
 #include <chrono>
+#include <thread>
 
 namespace VantleTest {
 
@@ -17,7 +19,9 @@ bool waitUntil(Condition condition, std::chrono::milliseconds limit = std::chron
     while (!condition()) {
         if (deadline.hasExpired())
             return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+        QCoreApplication::processEvents(QEventLoop::AllEvents);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
     return true;
 }
