@@ -50,7 +50,7 @@ public:
 };
 
 /// The delegates by class. A class without a delegate of its own has that of
-/// its nearest base class.
+/// its nearest base class. Belongs to the thread that owns the user interface.
 class VANTLEHOOK_EXPORT DelegateFactory
 {
 public:
@@ -62,7 +62,9 @@ public:
     const GeometryDelegate *geometryDelegate(const Class *type) const;
     const InteractionDelegate *interactionDelegate(const Class *type) const;
 
-    /// Makes \p delegate answer for \p type, in place of any earlier one.
+    /// Makes \p delegate answer for \p type, in place of any earlier one, which
+    /// stays valid for callers that hold it. A null \p delegate leaves the class
+    /// to its base classes again; a null \p type does nothing.
     void registerDelegate(const Class *type, std::unique_ptr<GeometryDelegate> delegate);
     void registerDelegate(const Class *type, std::unique_ptr<InteractionDelegate> delegate);
 

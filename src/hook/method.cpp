@@ -52,10 +52,10 @@ QJsonObject Method::describe() const
     };
 }
 
-GlobalMethod::GlobalMethod(GlobalFunction function, const Argument &result, const QString &name,
+GlobalMethod::GlobalMethod(GlobalFunction call, const Argument &result, const QString &name,
                            const Signature &signature)
     : Method(result, name, signature)
-    , m_function(function)
+    , m_function(call)
 {
 }
 

@@ -51,11 +51,28 @@ struct VANTLEHOOK_EXPORT TouchBuilder
         float areaHeight() const noexcept { return m_areaHeight; }
         Unit unit() const noexcept { return m_unit; }
 
-        /// The gesture as XML in UTF-8. Every line begins with \p level times \p indent.
+        /// The gesture as XML in UTF-8:
+        ///
+        ///     <gesture width="640" height="480" unit="pixels">
+        ///       <step time="0">
+        ///         <point id="1" x="12.5" y="40" pressure="1" size="-1"/>
+        ///       </step>
+        ///     </gesture>
+        ///
+        /// Every line begins with \p level times \p indent and ends in a line
+        /// feed; steps and points get one and two more. A null \p indent or a
+        /// negative \p level indents nothing. Numbers have the fewest digits
+        /// from which exactly the same number is read. Points whose reserved
+        /// word isn't 0 have it as the attribute "reserved".
         QByteArray toXml(const char *indent, int level) const;
 
-        /// Reads what toXml() writes. On failure gives nothing and says in
-        /// \p error, if not null, what is wrong and at which line and column.
+        /// Reads what toXml() writes. An XML declaration, comments, processing
+        /// instructions and white space may stand anywhere that XML allows; all
+        /// else is refused: other elements and attributes, text, a document
+        /// type, missing attributes ("reserved" alone may be missing), other
+        /// units, numbers that are not finite or do not fit. On failure gives
+        /// nothing and says in \p error, if not null, what is wrong and at
+        /// which line and column, both counted from 1.
         static std::optional<MultiTouchInfo> fromXml(const QByteArray &xml, QString *error = nullptr);
 
         bool operator==(const MultiTouchInfo &) const = default;
