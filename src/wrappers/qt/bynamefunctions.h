@@ -16,6 +16,10 @@ class Method;
 /// takes both, the modifiers come ahead of the button.
 namespace Vantle::QtWrapper {
 
+/// Makes the overloads known to the Inspector's global functions. Further
+/// calls do nothing.
+VANTLEQTWRAPPER_EXPORT void registerByNameFunctions();
+
 VANTLEQTWRAPPER_EXPORT const Method *typeByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *mouseWheelByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *flickODByNameFn();

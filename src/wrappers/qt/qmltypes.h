@@ -20,6 +20,9 @@ VANTLEQTWRAPPER_EXPORT QByteArray cleanQmlClassName(const QByteArray &className)
 /// Same for the class that \p metaObject, which must not be null, describes.
 VANTLEQTWRAPPER_EXPORT QByteArray cleanQmlClassName(const QMetaObject *metaObject);
 
+/// The class's name as scripts write it: cleaned, and without a leading "QQuick".
+VANTLEQTWRAPPER_EXPORT QByteArray scriptTypeName(const QMetaObject *metaObject);
+
 /// Whether a raw class name is that of a type written in QML.
 VANTLEQTWRAPPER_EXPORT bool isCustomQmlTypeName(const QByteArray &className);
 

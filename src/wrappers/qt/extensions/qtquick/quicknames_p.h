@@ -1,0 +1,24 @@
+#pragma once
+
+#include "wrappers/qt/namegenerator.h"
+#include "wrappers/qt/windownames.h"
+
+namespace Vantle::QtWrapper {
+
+/// Names items by type, QML id, object name or, for want of both, by the text
+/// that a user reads on them, below their window.
+class QuickItemNameSource final : public NameSource
+{
+public:
+    /// \p object must be a QQuickItem.
+    ObjectName objectName(QObject *object) const override;
+};
+
+/// Names Quick windows like all windows, and knows their QML ids.
+class QuickWindowNameSource final : public WindowNameSource
+{
+protected:
+    QString idOf(QWindow *window) const override;
+};
+
+} // namespace Vantle::QtWrapper

@@ -1,0 +1,84 @@
+#include "wrappers/qt/qmltypes.h"
+
+#include "hook/objectname.h"
+
+#include <QtCore/QObject>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+constexpr char QuickPrefix[] = "QQuick";
+
+// The part of the name ahead of a trailing "<marker><digits>"; nothing where
+// the name doesn't end like that.
+std::optional<QByteArrayView> withoutSuffix(QByteArrayView name, QByteArrayView marker)
+{
+    qsizetype digits = name.size();
+    while (digits > 0 && name[digits - 1] >= '0' && name[digits - 1] <= '9')
+        --digits;
+    if (digits == name.size() || !name.first(digits).endsWith(marker))
+        return std::nullopt;
+    return name.first(digits - marker.size());
+}
+
+QByteArrayView cleaned(QByteArrayView name)
+{
+    for (;;) {
+        std::optional<QByteArrayView> shorter = withoutSuffix(name, "_QMLTYPE_");
+        if (!shorter)
+            shorter = withoutSuffix(name, "_QML_");
+        if (!shorter)
+            return name;
+        name = *shorter;
+    }
+}
+
+QByteArrayView withoutQuickPrefix(QByteArrayView name)
+{
+    return name.startsWith(QuickPrefix) ? name.sliced(sizeof(QuickPrefix) - 1) : name;
+}
+
+} // namespace
+
+QByteArray cleanQmlClassName(const QByteArray &className)
+{
+    return cleaned(className).toByteArray();
+}
+
+QByteArray cleanQmlClassName(const QMetaObject *metaObject)
+{
+    return cleaned(metaObject->className()).toByteArray();
+}
+
+QByteArray scriptTypeName(const QMetaObject *metaObject)
+{
+    return withoutQuickPrefix(cleaned(metaObject->className())).toByteArray();
+}
+
+bool isCustomQmlTypeName(const QByteArray &className)
+{
+    static constexpr QByteArrayView marker = "_QMLTYPE_";
+    for (qsizetype at = className.indexOf(marker); at >= 0; at = className.indexOf(marker, at + 1)) {
+        const qsizetype behind = at + marker.size();
+        if (behind < className.size() && className[behind] >= '0' && className[behind] <= '9')
+            return true;
+    }
+    return false;
+}
+
+bool qmlMatchesTypeProperty(QObject *object, const PropertyValue &type)
+{
+    const QByteArrayView raw = object->metaObject()->className();
+    const QByteArrayView clean = cleaned(raw);
+    const std::array candidates{raw, clean, withoutQuickPrefix(clean)};
+    return std::any_of(candidates.begin(), candidates.end(), [&type](QByteArrayView candidate) {
+        return type.matches(QString::fromUtf8(candidate));
+    });
+}
+
+} // namespace Vantle::QtWrapper

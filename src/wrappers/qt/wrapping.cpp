@@ -1,0 +1,133 @@
+#include "wrappers/qt/wrapping.h"
+
+#include "hook/inspector.h"
+#include "wrappers/qt/application.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QObject>
+#include <QtCore/QPointer>
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+class ObjectWrapper;
+
+// Process-wide and never destroyed, since wrappers may die during exit.
+struct Registry
+{
+    // By address. An entry whose native object has died stays until its
+    // wrapper goes or another object takes the address.
+    QHash<const QObject *, ObjectWrapper *> wrappers;
+    // The QML engine may free the meta-objects that it makes, and reuse their
+    // address, so an entry counts only while the names agree.
+    QHash<const QMetaObject *, const Class *> classes;
+    QHash<const Class *, ChildrenFinder> childrenFinders;
+};
+
+Registry &registry()
+{
+    static auto *const theRegistry = new Registry;
+    return *theRegistry;
+}
+
+class ObjectWrapper final : public Object
+{
+public:
+    explicit ObjectWrapper(QObject *object)
+        : m_key(object)
+        , m_object(object)
+        , m_class(classForMetaObject(object ? object->metaObject() : &QObject::staticMetaObject))
+    {
+    }
+
+    ~ObjectWrapper() override
+    {
+        const auto entry = registry().wrappers.constFind(m_key);
+        if (entry != registry().wrappers.constEnd() && *entry == this)
+            registry().wrappers.erase(entry);
+    }
+
+    const Class *objectClass() const override { return m_class; }
+
+    bool get(void **value) const override
+    {
+        *value = m_object.data();
+        return !m_object.isNull();
+    }
+
+    QString scriptName() const override
+    {
+        Application *const application = Application::self();
+        return application && m_object ? application->nameGenerator()->realName(self(), true) : QString();
+    }
+
+    ObjectList children() const override
+    {
+        if (!m_object)
+            return {};
+        for (const Class *type = m_class; type; type = type->super()) {
+            if (const ChildrenFinder finder = registry().childrenFinders.value(type))
+                return finder(m_object);
+        }
+        ObjectList list;
+        const QObjectList children = m_object->children();
+        for (QObject *child : children)
+            list.push_back(wrapAndRegisterQObject(child));
+        return list;
+    }
+
+private:
+    SharedPtr<Object> self() const { return SharedPtr<Object>(const_cast<ObjectWrapper *>(this)); }
+
+    const QObject *m_key;
+    QPointer<QObject> m_object;
+    const Class *m_class;
+};
+
+} // namespace
+
+SharedPtr<Object> wrapAndRegisterQObject(QObject *object)
+{
+    if (!object)
+        return SharedPtr<Object>(new ObjectWrapper(nullptr));
+    ObjectWrapper *&entry = registry().wrappers[object];
+    if (!entry || entry->isNull())
+        entry = new ObjectWrapper(object);
+    return SharedPtr<Object>(entry);
+}
+
+const Class *classForMetaObject(const QMetaObject *metaObject)
+{
+    if (!metaObject)
+        return nullptr;
+    const Class *const known = registry().classes.value(metaObject);
+    const QString name = QString::fromUtf8(metaObject->className());
+    if (known && known->className() == name)
+        return known;
+
+    const Class *const super = classForMetaObject(metaObject->superClass());
+    const Class *type = Inspector::self()->classByName(name);
+    if (!type || type->super() != super) {
+        type = new Class(name, super);
+        Inspector::self()->registerClass(type);
+    }
+    registry().classes.insert(metaObject, type);
+    return type;
+}
+
+QObject *nativeQObject(const SharedPtr<Object> &object)
+{
+    static const Class *const qobjectClass = classForMetaObject(&QObject::staticMetaObject);
+    void *native = nullptr;
+    if (!object || !object->isA(qobjectClass) || !object->get(&native))
+        return nullptr;
+    return static_cast<QObject *>(native);
+}
+
+void registerChildrenFinder(const QMetaObject *metaObject, ChildrenFinder finder)
+{
+    registry().childrenFinders.insert(classForMetaObject(metaObject), finder);
+}
+
+} // namespace Vantle::QtWrapper
