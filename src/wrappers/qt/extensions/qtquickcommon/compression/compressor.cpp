@@ -1,0 +1,3 @@
+#include "wrappers/qt/extensions/qtquickcommon/compression/compressor.h"
+
+Compressor::~Compressor() = default;
