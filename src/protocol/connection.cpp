@@ -1,0 +1,357 @@
+#include "protocol/connection.h"
+
+#include <QtCore/QJsonDocument>
+#include <QtNetwork/QLocalSocket>
+
+#include <utility>
+
+namespace Vantle::Protocol {
+
+namespace {
+
+// Bounds what the socket reads ahead while a handler is busy; the rest waits
+// in the peer.
+constexpr qint64 readAhead = 1024 * 1024;
+constexpr qint64 chunkSize = 64 * 1024;
+
+const QString versionKey = QStringLiteral("jsonrpc");
+const QString versionValue = QStringLiteral("2.0");
+const QString idKey = QStringLiteral("id");
+const QString methodKey = QStringLiteral("method");
+const QString paramsKey = QStringLiteral("params");
+const QString resultKey = QStringLiteral("result");
+const QString errorKey = QStringLiteral("error");
+const QString codeKey = QStringLiteral("code");
+const QString messageKey = QStringLiteral("message");
+
+bool isValidId(const QJsonValue &id)
+{
+    return id.isString() || id.isDouble() || id.isNull();
+}
+
+/// The id of a message if it can be repeated in an answer, else null.
+QJsonValue answerableId(const QJsonObject &message)
+{
+    const QJsonValue id = message.value(idKey);
+    return isValidId(id) ? id : QJsonValue(QJsonValue::Null);
+}
+
+Reply replyFrom(const QJsonObject &message)
+{
+    if (!message.contains(errorKey))
+        return {message.value(resultKey), std::nullopt};
+    const QJsonObject error = message.value(errorKey).toObject();
+    const int code = error.value(codeKey).toInt(InternalError);
+    const QString text = error.value(messageKey).toString(QStringLiteral("the peer sent an error without a message"));
+    return {QJsonValue(), Error{code, text}};
+}
+
+} // namespace
+
+struct Responder::State
+{
+    State(Connection *target, const QJsonValue &requestId) : connection(target), id(requestId) {}
+    State(const State &) = delete;
+    State &operator=(const State &) = delete;
+
+    ~State()
+    {
+        if (connection && !answered)
+            connection->sendError(id, InternalError, QStringLiteral("the request was dropped without an answer"));
+    }
+
+    QPointer<Connection> connection;
+    QJsonValue id;
+    bool answered = false;
+};
+
+Responder::Responder(std::shared_ptr<State> state) : m_state(std::move(state))
+{
+}
+
+void Responder::respond(const QJsonValue &result) const
+{
+    if (!std::exchange(m_state->answered, true) && m_state->connection)
+        m_state->connection->sendResult(m_state->id, result);
+}
+
+void Responder::fail(int code, const QString &message) const
+{
+    if (!std::exchange(m_state->answered, true) && m_state->connection)
+        m_state->connection->sendError(m_state->id, code, message);
+}
+
+Connection::Connection(QIODevice *device, QObject *parent) : QObject(parent), m_device(device)
+{
+    m_lines.setLimit(defaultMessageLimit);
+    device->setParent(this);
+    connect(device, &QIODevice::readyRead, this, &Connection::readAvailable);
+    connect(device, &QIODevice::readChannelFinished, this, &Connection::inputEnded);
+    connect(device, &QObject::destroyed, this, &Connection::inputEnded);
+    if (auto *socket = qobject_cast<QLocalSocket *>(device)) {
+        socket->setReadBufferSize(readAhead);
+        connect(socket, &QLocalSocket::disconnected, this, &Connection::inputEnded);
+        if (socket->state() != QLocalSocket::ConnectedState)
+            inputEnded();
+    } else if (!device->isOpen()) {
+        inputEnded();
+    }
+    if (device->bytesAvailable() > 0)
+        QMetaObject::invokeMethod(this, &Connection::readAvailable, Qt::QueuedConnection);
+}
+
+Connection::~Connection()
+{
+    // Handlers may hold responders of this connection: they have to find it
+    // closed, not half destroyed.
+    m_closed = true;
+    m_pending.clear();
+    m_requestHandlers.clear();
+    m_notificationHandlers.clear();
+    if (m_device)
+        m_device->disconnect(this);
+}
+
+void Connection::setMessageLimit(qsizetype bytes)
+{
+    m_lines.setLimit(bytes);
+}
+
+void Connection::sendRequest(const QString &method, const QJsonObject &params, ReplyHandler handler)
+{
+    const qint64 id = ++m_lastId;
+    if (m_finished) {
+        QMetaObject::invokeMethod(this, [handler = std::move(handler)] {
+            if (handler)
+                handler({QJsonValue(), Error{Disconnected, QStringLiteral("the connection has ended")}});
+        }, Qt::QueuedConnection);
+        return;
+    }
+    m_pending.insert(id, std::move(handler));
+    send({{idKey, id}, {methodKey, method}, {paramsKey, params}});
+}
+
+void Connection::notify(const QString &method, const QJsonObject &params)
+{
+    send({{methodKey, method}, {paramsKey, params}});
+}
+
+void Connection::onRequest(const QString &method, RequestHandler handler)
+{
+    m_requestHandlers.insert(method, std::move(handler));
+}
+
+void Connection::onNotification(const QString &method, NotificationHandler handler)
+{
+    m_notificationHandlers.insert(method, std::move(handler));
+}
+
+void Connection::close()
+{
+    if (m_closed)
+        return;
+    m_closed = true;
+    m_lines.clear();
+    if (m_device) {
+        m_device->disconnect(this);
+        if (auto *socket = qobject_cast<QLocalSocket *>(m_device.data())) {
+            socket->flush();
+            socket->disconnectFromServer();
+        } else {
+            m_device->close();
+        }
+    }
+    m_inputEnded = true;
+    scheduleDispatch();
+}
+
+void Connection::readAvailable()
+{
+    if (m_closed || !m_device)
+        return;
+    while (m_device->bytesAvailable() > 0) {
+        const QByteArray chunk = m_device->read(chunkSize);
+        if (chunk.isEmpty())
+            break;
+        if (!m_lines.feed(chunk)) {
+            m_failure = QStringLiteral("a message is longer than the limit; the connection is closed");
+            m_device->disconnect(this);
+            m_device->close();
+            m_closed = true;
+            m_inputEnded = true;
+            break;
+        }
+    }
+    scheduleDispatch();
+}
+
+void Connection::inputEnded()
+{
+    if (m_inputEnded)
+        return;
+    readAvailable();
+    m_inputEnded = true;
+    m_closed = true;
+    scheduleDispatch();
+}
+
+void Connection::scheduleDispatch()
+{
+    if (m_dispatchScheduled || m_finished || (!m_lines.hasLine() && !m_inputEnded))
+        return;
+    m_dispatchScheduled = true;
+    QMetaObject::invokeMethod(this, &Connection::dispatchNext, Qt::QueuedConnection);
+}
+
+void Connection::dispatchNext()
+{
+    m_dispatchScheduled = false;
+    if (!m_lines.hasLine()) {
+        if (m_inputEnded)
+            finish();
+        return;
+    }
+    const QByteArray line = m_lines.takeLine();
+    // Ahead of the handler, which may run an event loop: what follows goes on
+    // inside it.
+    scheduleDispatch();
+    handleLine(line);
+}
+
+void Connection::finish()
+{
+    if (std::exchange(m_finished, true))
+        return;
+    const QPointer<Connection> self(this);
+    if (m_failure.isEmpty() && m_lines.hasPartialLine())
+        Q_EMIT messageRefused(QStringLiteral("the connection ended in the middle of a message"));
+    else if (!m_failure.isEmpty())
+        Q_EMIT protocolError(m_failure);
+    if (!self)
+        return;
+    const QHash<qint64, ReplyHandler> pending = std::exchange(m_pending, {});
+    for (const ReplyHandler &handler : pending) {
+        if (handler)
+            handler({QJsonValue(), Error{Disconnected, QStringLiteral("the connection ended before the answer")}});
+        if (!self)
+            return;
+    }
+    Q_EMIT disconnected();
+}
+
+void Connection::handleLine(const QByteArray &line)
+{
+    if (line.trimmed().isEmpty())
+        return;
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(line, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        refuse(QJsonValue::Null, ParseError,
+               QStringLiteral("invalid JSON at byte %1: %2").arg(parseError.offset).arg(parseError.errorString()));
+        return;
+    }
+    if (!document.isObject()) {
+        refuse(QJsonValue::Null, InvalidRequest, QStringLiteral("a message has to be one JSON object"));
+        return;
+    }
+    const QJsonObject message = document.object();
+    if (message.contains(methodKey))
+        handleCall(message);
+    else if (message.contains(resultKey) || message.contains(errorKey))
+        handleReply(message);
+    else
+        refuse(answerableId(message), InvalidRequest, QStringLiteral("neither a method nor a result nor an error"));
+}
+
+void Connection::handleCall(const QJsonObject &message)
+{
+    const QJsonValue method = message.value(methodKey);
+    const QJsonValue id = message.value(idKey);
+    const QJsonValue params = message.contains(paramsKey) ? message.value(paramsKey) : QJsonValue(QJsonObject());
+    if (message.value(versionKey).toString() != versionValue) {
+        refuse(answerableId(message), InvalidRequest, QStringLiteral("\"jsonrpc\" has to be \"2.0\""));
+    } else if (!method.isString()) {
+        refuse(answerableId(message), InvalidRequest, QStringLiteral("\"method\" has to be a string"));
+    } else if (!id.isUndefined() && !isValidId(id)) {
+        refuse(QJsonValue::Null, InvalidRequest, QStringLiteral("\"id\" has to be a string, a number or null"));
+    } else if (!params.isObject()) {
+        const QString reason = QStringLiteral("the parameters of \"%1\" have to be an object").arg(method.toString());
+        if (id.isUndefined())
+            Q_EMIT messageRefused(reason);
+        else
+            refuse(id, InvalidParams, reason);
+    } else if (id.isUndefined()) {
+        handleNotification(method.toString(), params.toObject());
+    } else {
+        handleRequest(method.toString(), id, params.toObject());
+    }
+}
+
+void Connection::handleRequest(const QString &method, const QJsonValue &id, const QJsonObject &params)
+{
+    // A copy: the handler may replace itself or delete the connection.
+    const RequestHandler handler = m_requestHandlers.value(method);
+    if (!handler) {
+        refuse(id, MethodNotFound, QStringLiteral("there is no method \"%1\"").arg(method));
+        return;
+    }
+    handler(params, Responder(std::make_shared<Responder::State>(this, id)));
+}
+
+void Connection::handleNotification(const QString &method, const QJsonObject &params)
+{
+    const NotificationHandler handler = m_notificationHandlers.value(method);
+    if (handler)
+        handler(params);
+    else
+        Q_EMIT messageRefused(QStringLiteral("there is no notification \"%1\"").arg(method));
+}
+
+void Connection::handleReply(const QJsonObject &message)
+{
+    const QJsonValue id = message.value(idKey);
+    const qint64 number = id.isDouble() ? id.toInteger(0) : 0;
+    const auto pending = m_pending.constFind(number);
+    if (pending == m_pending.constEnd()) {
+        // Never answered, or two peers could answer each other's errors for ever.
+        const Reply reply = replyFrom(message);
+        Q_EMIT messageRefused(reply.isError() ? reply.error->message
+                                              : QStringLiteral("an answer to a request that was not sent"));
+        return;
+    }
+    const ReplyHandler handler = *pending;
+    m_pending.erase(pending);
+    if (handler)
+        handler(replyFrom(message));
+}
+
+void Connection::refuse(const QJsonValue &id, int code, const QString &message)
+{
+    sendError(id, code, message);
+    Q_EMIT messageRefused(message);
+}
+
+void Connection::sendResult(const QJsonValue &id, const QJsonValue &result)
+{
+    // An undefined value would leave the key out, which is no answer at all.
+    send({{idKey, id}, {resultKey, result.isUndefined() ? QJsonValue(QJsonValue::Null) : result}});
+}
+
+void Connection::sendError(const QJsonValue &id, int code, const QString &message)
+{
+    send({{idKey, id}, {errorKey, QJsonObject{{codeKey, code}, {messageKey, message}}}});
+}
+
+void Connection::send(const QJsonObject &message)
+{
+    if (m_closed || !m_device)
+        return;
+    QJsonObject versioned = message;
+    versioned.insert(versionKey, versionValue);
+    m_device->write(QJsonDocument(versioned).toJson(QJsonDocument::Compact) + '\n');
+    // From here on the system has it: it arrives even if this process dies now.
+    if (auto *socket = qobject_cast<QLocalSocket *>(m_device.data()))
+        socket->flush();
+}
+
+} // namespace Vantle::Protocol

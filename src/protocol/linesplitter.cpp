@@ -1,0 +1,37 @@
+#include "protocol/linesplitter.h"
+
+namespace Vantle::Protocol {
+
+bool LineSplitter::feed(QByteArrayView bytes)
+{
+    while (!bytes.isEmpty() && !m_refused) {
+        const qsizetype end = bytes.indexOf('\n');
+        const QByteArrayView part = end < 0 ? bytes : bytes.first(end);
+        if (part.size() > m_limit - m_partial.size()) {
+            m_refused = true;
+            m_partial = QByteArray();
+            break;
+        }
+        m_partial.append(part);
+        if (end < 0)
+            break;
+        m_lines.push_back(std::exchange(m_partial, QByteArray()));
+        bytes = bytes.sliced(end + 1);
+    }
+    return !m_refused;
+}
+
+QByteArray LineSplitter::takeLine()
+{
+    QByteArray line = std::move(m_lines.front());
+    m_lines.pop_front();
+    return line;
+}
+
+void LineSplitter::clear()
+{
+    m_lines.clear();
+    m_partial = QByteArray();
+}
+
+} // namespace Vantle::Protocol

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QtCore/QJsonObject>
+#include <QtCore/QJsonValue>
+#include <QtCore/QList>
+#include <QtCore/QLatin1String>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+/// The messages of agent and tool as plain records. Each `toJson` gives the
+/// parameters (or the result) of a message; each `fromJson` gives the record,
+/// or nothing if a field is missing or of a wrong type, and then says in
+/// \p error, if given, which one. Fields that are not known are ignored, so
+/// that either side may be the newer one.
+namespace Vantle::Protocol {
+
+/// Raised when a message changes so that an older peer would misread it.
+inline constexpr int protocolVersion = 1;
+
+/// Names of requests and notifications.
+namespace Method {
+inline constexpr QLatin1String hello("hello");                 ///< request, agent to tool
+inline constexpr QLatin1String statement("statement");         ///< notification, agent to tool
+inline constexpr QLatin1String log("log");                     ///< notification, agent to tool
+inline constexpr QLatin1String stopRecording("stopRecording"); ///< request, tool to agent
+inline constexpr QLatin1String ping("ping");                   ///< request, tool to agent
+} // namespace Method
+
+/// The agent's first message: who it is.
+struct Hello
+{
+    QString token;
+    int protocol = protocolVersion;
+    QString version;
+    qint64 pid = 0;
+    QString program;
+    QString qtVersion;
+    QString platform;
+
+    QJsonObject toJson() const;
+    static std::optional<Hello> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+/// The tool's answer to the agent's hello: what the agent is to do.
+struct HelloResult
+{
+    bool record = false;
+    int debugCompression = 0;
+    QStringList classesWithoutCoordinates;
+
+    QJsonObject toJson() const;
+    static std::optional<HelloResult> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+/// One argument of a statement. `type` is the class of the argument in the
+/// function's signature, e.g. "int" or "Qt::MouseButton"; `value` is a number
+/// or a string.
+struct StatementArgument
+{
+    QString name;
+    QString type;
+    QJsonValue value;
+};
+
+/// One recorded statement.
+struct Statement
+{
+    QString function;
+    QString object; ///< selector or alias; empty if the function has no object
+    QList<StatementArgument> arguments;
+    QString time; ///< local time of day, "HH:MM:SS.zzz"
+
+    QJsonObject toJson() const;
+    static std::optional<Statement> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+/// A line for the tool's log.
+struct LogMessage
+{
+    enum Level { Info, Warning };
+
+    Level level = Info;
+    QString message;
+
+    QJsonObject toJson() const;
+    static std::optional<LogMessage> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+} // namespace Vantle::Protocol
