@@ -14,6 +14,9 @@ namespace {
 constexpr qint64 readAhead = 1024 * 1024;
 constexpr qint64 chunkSize = 64 * 1024;
 
+// A peer that floods us must not keep the program from its other events.
+constexpr int messagesPerTurn = 64;
+
 const QString versionKey = QStringLiteral("jsonrpc");
 const QString versionValue = QStringLiteral("2.0");
 const QString idKey = QStringLiteral("id");
@@ -211,11 +214,17 @@ void Connection::dispatchNext()
             finish();
         return;
     }
-    const QByteArray line = m_lines.takeLine();
-    // Ahead of the handler, which may run an event loop: what follows goes on
-    // inside it.
+    const QPointer<Connection> self(this);
+    for (int handled = 0; handled < messagesPerTurn && m_lines.hasLine(); ++handled) {
+        const QByteArray line = m_lines.takeLine();
+        // Ahead of the handler, which may run an event loop: what follows goes
+        // on inside it.
+        scheduleDispatch();
+        handleLine(line);
+        if (!self)
+            return;
+    }
     scheduleDispatch();
-    handleLine(line);
 }
 
 void Connection::finish()
