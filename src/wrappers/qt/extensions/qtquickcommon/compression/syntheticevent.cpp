@@ -38,7 +38,7 @@ struct OwnedParts
 
 } // namespace
 
-// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): see the header
+// What only some kinds of events define is left alone.
 SyntheticEvent::SyntheticEvent()
     : type(Invalid)
     , ready(false)
