@@ -5,6 +5,10 @@
 #include <QtCore/QMap>
 #include <QtCore/QString>
 
+#include <memory>
+
+QT_FORWARD_DECLARE_CLASS(QRegularExpression)
+
 namespace Vantle {
 
 /// One value in an object's name, and how a text is held against it.
@@ -37,12 +41,18 @@ public:
     /// anywhere in the text; one that is not valid matches nothing.
     bool matches(const QString &text) const;
 
-    bool operator==(const PropertyValue &) const = default;
+    bool operator==(const PropertyValue &other) const
+    {
+        return m_value == other.m_value && m_modifiers == other.m_modifiers && m_type == other.m_type;
+    }
 
 private:
     QString m_value;
     Modifiers m_modifiers = Equals;
     Type m_type = Text;
+    // A lookup holds one value against thousands of items: it is compiled
+    // once, at the first match, and all copies share it. Null for the other modifiers.
+    std::shared_ptr<const QRegularExpression> m_regularExpression;
 };
 
 /// The name of an object: a set of properties that single it out below its
@@ -67,7 +77,8 @@ public:
     };
 
     ObjectName() = default;
-    /// Reads the text form. A text that does not parse gives an empty name.
+    /// Reads the text form. A text that does not parse gives an empty name, as
+    /// does a blank one. An alias (`@login`) becomes the property "alias".
     explicit ObjectName(const QString &text);
     /// Same, and says what is wrong in \p error, which must not be null.
     static ObjectName parse(const QString &text, ParseError *error);
@@ -84,7 +95,8 @@ public:
     /// doesn't say, 0 for a value that is no number.
     int occurrenceValue() const;
 
-    /// The canonical text form, which parses back to an equal name.
+    /// The canonical text form, which parses back to an equal name; empty for
+    /// an empty name.
     QString qualifiedName() const;
 
     bool operator==(const ObjectName &) const = default;
