@@ -29,13 +29,13 @@ void appendEscaped(std::string &line, std::string_view text)
 std::string timeText(std::chrono::system_clock::time_point time)
 {
     using namespace std::chrono;
-    const auto sinceEpoch = floor<milliseconds>(time.time_since_epoch());
-    const std::time_t wholeSeconds = system_clock::to_time_t(floor<seconds>(time));
+    const auto second = floor<seconds>(time);
+    const std::time_t wholeSeconds = system_clock::to_time_t(second);
     std::tm broken = {};
     gmtime_r(&wholeSeconds, &broken);
     char date[32] = {};
     std::strftime(date, sizeof date, "%Y-%m-%dT%H:%M:%S", &broken);
-    const std::string fraction = std::to_string(1000 + (sinceEpoch % seconds(1)).count()).substr(1);
+    const std::string fraction = std::to_string(1000 + floor<milliseconds>(time - second).count()).substr(1);
     return std::string(date) + '.' + fraction + 'Z';
 }
 
