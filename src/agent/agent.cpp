@@ -1,0 +1,98 @@
+#include "agent/agent.h"
+
+#include "agent/recordingsession.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QJsonArray>
+#include <QtGui/QGuiApplication>
+#include <QtNetwork/QLocalSocket>
+
+namespace Vantle::Agent {
+
+namespace {
+
+// The tool listens before it starts the program, so a call that isn't taken
+// at once never will be.
+constexpr int ConnectTimeout = 1000;
+
+} // namespace
+
+Agent::Agent(const Invitation &invitation)
+    : m_invitation(invitation)
+{
+    QMetaObject::invokeMethod(this, &Agent::connectToTool, Qt::QueuedConnection);
+}
+
+Agent::~Agent()
+{
+    stopRecording();
+}
+
+void Agent::connectToTool()
+{
+    auto socket = std::make_unique<QLocalSocket>();
+    socket->connectToServer(m_invitation.socket);
+    if (!socket->waitForConnected(ConnectTimeout)) {
+        qWarning("vantle: cannot reach the tool that started this program: %s",
+                 qPrintable(socket->errorString()));
+        return;
+    }
+    m_connection = std::make_unique<Protocol::Connection>(socket.release());
+    connect(m_connection.get(), &Protocol::Connection::disconnected, this, &Agent::stopRecording);
+    // What the user did last would be lost if it were kept back until a
+    // double click is ruled out.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, &Agent::stopRecording);
+
+    m_connection->onRequest(Protocol::Method::ping, [](const QJsonObject &, const Protocol::Responder &responder) {
+        responder.respond();
+    });
+    m_connection->onRequest(Protocol::Method::stopRecording,
+                            [this](const QJsonObject &, const Protocol::Responder &responder) {
+                                stopRecording();
+                                responder.respond();
+                            });
+    introduceOurselves();
+}
+
+void Agent::introduceOurselves()
+{
+    Protocol::Hello hello;
+    hello.token = QString::fromLatin1(m_invitation.token);
+    hello.version = QStringLiteral(VANTLE_VERSION);
+    hello.pid = QCoreApplication::applicationPid();
+    hello.program = QCoreApplication::applicationFilePath();
+    hello.qtVersion = QString::fromLatin1(qVersion());
+    hello.platform = QGuiApplication::platformName();
+    m_connection->sendRequest(Protocol::Method::hello, hello.toJson(),
+                              [this](const Protocol::Reply &reply) { handleHelloReply(reply); });
+}
+
+void Agent::handleHelloReply(const Protocol::Reply &reply)
+{
+    if (reply.isError()) {
+        qWarning("vantle: the tool turned the agent away: %s", qPrintable(reply.error->message));
+        return;
+    }
+    QString error;
+    const auto settings = Protocol::HelloResult::fromJson(reply.result.toObject(), &error);
+    if (!settings)
+        qWarning("vantle: the tool's answer makes no sense: %s", qPrintable(error));
+    else if (settings->record)
+        startRecording(*settings);
+}
+
+void Agent::startRecording(const Protocol::HelloResult &settings)
+{
+    QtWrapper::WrapperConfig config;
+    config.compressionDebugLevel = static_cast<quint32>(qMax(0, settings.debugCompression));
+    for (const QString &className : settings.classesWithoutCoordinates)
+        config.classesWithoutCoordinates.append(className.toUtf8());
+    m_session = std::make_unique<RecordingSession>(config, m_connection.get());
+}
+
+void Agent::stopRecording()
+{
+    m_session.reset();
+}
+
+} // namespace Vantle::Agent
