@@ -22,13 +22,15 @@ class QString;
 /// evaluated, in order, only if the statement is to deliver a message. A piece
 /// that is made with an operator weaker than `<<` needs parentheses. Without a
 /// piece the message is empty.
+// The recorder is made behind the question, so that a statement that is off has
+// nothing to clean up.
 #define VANTLE_TRACE(...) \
     do { \
         static constinit ::corvaline::tracelib::TracePoint vantleTracePoint( \
             ::corvaline::tracelib::TracePointType::Detail, __FILE__, __LINE__, \
             static_cast<const char *>(__PRETTY_FUNCTION__), "qtquick"); \
-        ::Vantle::QtQuickCommon::TraceRecorder vantleTraceRecorder{&vantleTracePoint}; \
         if (::corvaline::tracelib::advanceVisit(&vantleTracePoint)) { \
+            ::Vantle::QtQuickCommon::TraceRecorder vantleTraceRecorder{&vantleTracePoint}; \
             static_cast<void>(vantleTraceRecorder __VA_OPT__(<< __VA_ARGS__)); \
             vantleTraceRecorder.finish(); \
         } \
