@@ -91,16 +91,28 @@ function(vantle_add_library target)
             # shared object undefined symbols are expected.
             target_link_options(${target} PRIVATE -Wl,-z,undefs)
         endif()
-        install(TARGETS ${target} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
     endif()
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_objects>)
     set_target_properties(${target} PROPERTIES LINKER_LANGUAGE CXX AUTOMOC OFF)
     if(arg_OUTPUT_NAME)
         set_target_properties(${target} PROPERTIES OUTPUT_NAME ${arg_OUTPUT_NAME})
     endif()
-    target_include_directories(${target} PUBLIC "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>")
-    target_link_libraries(${target} PUBLIC ${arg_LINKS} PRIVATE $<BUILD_INTERFACE:vantle_options>)
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:vantle_options>)
+    foreach(link IN LISTS arg_LINKS)
+        # Qt's private headers are for our sources alone; public headers do
+        # without them, and so do users of the installed package.
+        if(link MATCHES "^(Qt6::.+)Private$")
+            target_link_libraries(${target} PUBLIC ${CMAKE_MATCH_1})
+        else()
+            target_link_libraries(${target} PUBLIC ${link})
+        endif()
+    endforeach()
+
+    set(public_headers ${arg_HEADERS})
+    list(FILTER public_headers EXCLUDE REGEX "_p\\.h$")
+    target_sources(${target} PUBLIC
+        FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}/src" FILES ${public_headers})
+    set_target_properties(${target} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
 
     set_property(GLOBAL APPEND PROPERTY VANTLE_MODULES ${target})
-    set_property(GLOBAL APPEND PROPERTY VANTLE_PUBLIC_HEADERS ${arg_HEADERS})
 endfunction()
