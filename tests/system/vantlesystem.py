@@ -40,9 +40,9 @@ class Window:
         self.id = window_id
 
     def geometry(self):
-        text = xdotool("getwindowgeometry", "--shell", self.id)
-        values = dict(line.split("=") for line in text.split())
-        return tuple(int(values[key]) for key in ("X", "Y", "WIDTH", "HEIGHT"))
+        text = subprocess.run(["xwininfo", "-id", str(self.id)], check=True, capture_output=True, text=True).stdout
+        labels = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        return tuple(int(re.search(label + r":\s+(-?\d+)", text).group(1)) for label in labels)
 
     def picture(self):
         return subprocess.run(
@@ -64,8 +64,7 @@ class Window:
         wait_until("window settles", settled)
 
     def move_to(self, x, y):
-        left, top, _, _ = self.geometry()
-        xdotool("mousemove", left + x, top + y)
+        xdotool("mousemove", "--window", self.id, x, y)
 
     def click(self, x, y, button=1, modifiers=()):
         self.move_to(x, y)
