@@ -1,0 +1,231 @@
+#include "tool/recordsession.h"
+
+#include "tool/agentdiagnosis.h"
+#include "tool/console.h"
+#include "tool/exitcode.h"
+#include "tool/signalnames.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDateTime>
+
+namespace Vantle::Tool {
+
+using Protocol::LogMessage;
+using Protocol::Reply;
+using Protocol::Statement;
+
+namespace {
+
+constexpr std::chrono::seconds stopLimit(3);
+
+LaunchOptions launchOptions(const RecordOptions &options)
+{
+    LaunchOptions launch = options.launch;
+    launch.settings.record = true;
+    launch.standardOutputToError = options.file.isEmpty();
+    return launch;
+}
+
+} // namespace
+
+RecordSession::RecordSession(const RecordOptions &options, const Installation &installation, QObject *parent)
+    : QObject(parent), m_options(options), m_installation(installation), m_program(installation)
+{
+    m_stopTimer.setSingleShot(true);
+    connect(&m_stopTimer, &QTimer::timeout, this, [this] {
+        Console::say(QStringLiteral("the program did not answer within %1; the last statements may be missing")
+                         .arg(Console::seconds(std::chrono::milliseconds(stopLimit).count())));
+        recordingStopped();
+    });
+    connect(&m_signals, &SignalWatcher::stopRequested, this, &RecordSession::stopRequested);
+    connect(&m_program, &ProgramUnderTest::agentReady, this, &RecordSession::beginRecording);
+    connect(&m_program, &ProgramUnderTest::startFailed, this, [this](const QString &reason) {
+        Console::say(reason);
+        failWith(Failed);
+        leave();
+    });
+    connect(&m_program, &ProgramUnderTest::agentMissing, this, &RecordSession::giveUp);
+    connect(&m_program, &ProgramUnderTest::agentLost, this, [] {
+        Console::say(QStringLiteral("the agent has gone while the program runs on; nothing more will be recorded"));
+    });
+    connect(&m_program, &ProgramUnderTest::ended, this, &RecordSession::programEnded);
+}
+
+int RecordSession::run()
+{
+    if (!m_options.file.isEmpty() && !m_script.openFile(m_options.file)) {
+        Console::say(m_script.errorString());
+        return Failed;
+    }
+    // From the loop, since leaving it has to be possible at once.
+    QMetaObject::invokeMethod(this, &RecordSession::startProgram, Qt::QueuedConnection);
+    return QCoreApplication::exec();
+}
+
+void RecordSession::startProgram()
+{
+    m_program.start(launchOptions(m_options));
+}
+
+void RecordSession::beginRecording()
+{
+    if (m_state != State::Starting)
+        return;
+    m_state = State::Recording;
+    Protocol::Connection *agent = m_program.connection();
+    agent->onNotification(Protocol::Method::statement, [this](const QJsonObject &params) { takeStatement(params); });
+    agent->onNotification(Protocol::Method::log, [this](const QJsonObject &params) { takeLog(params); });
+    connect(agent, &Protocol::Connection::protocolError, this, [](const QString &reason) {
+        Console::say(QStringLiteral("lost the agent: %1").arg(reason));
+    });
+    connect(agent, &Protocol::Connection::messageRefused, this, [](const QString &reason) {
+        Console::say(QStringLiteral("a message of the agent was not understood: %1").arg(reason));
+    });
+
+    m_began = true;
+    m_script.begin(m_options.launch.words, QDateTime::currentDateTime());
+    const Protocol::Hello hello = *m_program.agent();
+    Console::say(QStringLiteral("recording %1 (process %2, Qt %3); Ctrl-C ends the recording")
+                     .arg(hello.program, QString::number(hello.pid), hello.qtVersion));
+    reportWriteFailure();
+}
+
+void RecordSession::takeStatement(const QJsonObject &params)
+{
+    QString error;
+    const auto statement = Statement::fromJson(params, &error);
+    if (!statement)
+        Console::say(QStringLiteral("a statement of the agent was not understood: %1").arg(error));
+    else if (!m_script.add(*statement))
+        Console::say(QStringLiteral("a statement calls \"%1\", which is no function's name").arg(statement->function));
+    reportWriteFailure();
+}
+
+void RecordSession::takeLog(const QJsonObject &params)
+{
+    const auto log = LogMessage::fromJson(params);
+    if (!log)
+        return;
+    Console::say(log->level == LogMessage::Warning ? QStringLiteral("warning: ") + log->message : log->message);
+}
+
+void RecordSession::stopRequested()
+{
+    switch (m_state) {
+    case State::Starting:
+        Console::say(QStringLiteral("stopped before the recording began"));
+        m_state = State::Ending;
+        m_program.end();
+        break;
+    case State::Recording:
+        stopRecording();
+        break;
+    case State::Stopping:
+    case State::Ending:
+        // The second request: the user is in a hurry.
+        m_script.end(QStringLiteral("The recording was stopped; the last statements may be missing."));
+        if (m_options.keepRunning)
+            m_program.release();
+        else
+            m_program.kill();
+        leave();
+        break;
+    }
+}
+
+void RecordSession::stopRecording()
+{
+    if (!m_program.connection()) {
+        recordingStopped();
+        return;
+    }
+    m_state = State::Stopping;
+    m_stopTimer.start(stopLimit);
+    m_program.connection()->sendRequest(Protocol::Method::stopRecording, {}, [this](const Reply &reply) {
+        if (m_state != State::Stopping || !m_stopTimer.isActive())
+            return;
+        // When the program has ended instead, programEnded() says how.
+        if (reply.isError() && reply.error->code == Protocol::Disconnected)
+            return;
+        if (reply.isError())
+            Console::say(QStringLiteral("the agent could not end the recording properly: %1").arg(reply.error->message));
+        recordingStopped();
+    });
+}
+
+void RecordSession::recordingStopped()
+{
+    m_stopTimer.stop();
+    m_state = State::Ending;
+    m_script.end(QStringLiteral("The recording was stopped."));
+    reportWriteFailure();
+    if (m_options.keepRunning) {
+        m_program.release();
+        leave();
+    } else {
+        m_program.end();
+    }
+}
+
+void RecordSession::giveUp(const QString &reason)
+{
+    Console::say(reason);
+    failWith(Failed);
+    m_state = State::Ending;
+    m_program.end();
+}
+
+void RecordSession::programEnded(const ProgramEnd &end)
+{
+    m_stopTimer.stop();
+    if (m_began)
+        reportEndOfRecording(end);
+    else if (m_state == State::Starting)
+        reportEndBeforeRecording(end);
+    leave();
+}
+
+void RecordSession::reportEndBeforeRecording(const ProgramEnd &end)
+{
+    const QString how = end.crashed ? signalText(end.number) : QStringLiteral("exit code %1").arg(end.number);
+    Console::say(QStringLiteral("\"%1\" ended with %2 before the agent reported. %3")
+                     .arg(m_options.launch.words.first(), how, likelyCauses(m_installation.plugin)));
+    failWith(end.crashed ? ProgramCrashed : Failed);
+}
+
+void RecordSession::reportEndOfRecording(const ProgramEnd &end)
+{
+    if (end.crashed) {
+        const QString how = QStringLiteral("The program ended with %1; everything recorded up to then is above.");
+        m_script.end(how.arg(signalText(end.number)));
+        Console::say(QStringLiteral("the program ended with %1").arg(signalText(end.number)));
+        failWith(ProgramCrashed);
+    } else if (!end.requested) {
+        m_script.end(QStringLiteral("The program ended with exit code %1.").arg(end.number));
+        if (end.number != 0)
+            Console::say(QStringLiteral("the program ended with exit code %1").arg(end.number));
+    }
+    reportWriteFailure();
+}
+
+void RecordSession::reportWriteFailure()
+{
+    if (m_script.errorString().isEmpty() || m_writeFailureReported)
+        return;
+    m_writeFailureReported = true;
+    Console::say(m_script.errorString());
+    failWith(Failed);
+}
+
+void RecordSession::failWith(int exitCode)
+{
+    if (m_exitCode == Success)
+        m_exitCode = exitCode;
+}
+
+void RecordSession::leave()
+{
+    QCoreApplication::exit(m_exitCode);
+}
+
+} // namespace Vantle::Tool

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "protocol/messages.h"
+#include "tool/scriptfile.h"
+
+#include <QtCore/QDateTime>
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <memory>
+
+namespace Vantle::Tool {
+
+/// Writes a recording: to standard output and, if there is one, to a file.
+/// Each line is out before the call returns.
+class ScriptWriter
+{
+public:
+    /// Makes \p path a second place that the script goes to. False if it can't
+    /// be written. Nothing is changed in the file before begin().
+    bool openFile(const QString &path);
+
+    /// Writes the head of the script.
+    void begin(const QStringList &programWords, const QDateTime &now);
+
+    /// Writes one statement. False if the statement makes no line of a script.
+    bool add(const Protocol::Statement &statement);
+
+    /// Writes how the recording ended; nothing if it did not begin.
+    void end(const QString &remark);
+
+    bool hasFile() const { return m_file != nullptr; }
+
+    /// Number of statements written.
+    int count() const { return m_count; }
+
+    /// The first failure to write; empty if there was none. A closed standard
+    /// output counts only if there is no file.
+    QString errorString() const { return m_error; }
+
+private:
+    void writeLine(const QString &line);
+
+    std::unique_ptr<ScriptFile> m_file;
+    QString m_error;
+    int m_count = 0;
+    bool m_begun = false;
+};
+
+} // namespace Vantle::Tool
