@@ -70,9 +70,10 @@ QString QuickWindowNameSource::idOf(QWindow *window) const
 {
     // Only the table of ids: asking QQmlContext::nameForObject would read every
     // property of the document's root, which for a window makes new objects.
-    const QQmlRefPointer<QQmlContextData> context = QQmlContextData::get(qmlContext(window));
-    if (!context)
+    QQmlContext *const publicContext = qmlContext(window);
+    if (!publicContext)
         return {};
+    const QQmlRefPointer<QQmlContextData> context = QQmlContextData::get(publicContext);
     for (int i = 0; i < context->numIdValues(); ++i) {
         if (context->idValue(i) == window)
             return context->propertyName(i);
