@@ -26,12 +26,18 @@ public:
     /// Gives up one reference and deletes the object with the last one.
     void releaseReference() const
     {
-        if (--m_referenceCount == 0)
-            delete this;
+        if (--m_referenceCount != 0)
+            return;
+        // Whatever the destructor calls may take and drop references to the
+        // object meanwhile, which must not delete it again.
+        m_referenceCount = beingDeleted;
+        delete this;
     }
     qint32 referenceCount() const noexcept { return m_referenceCount; }
 
 private:
+    static constexpr qint32 beingDeleted = 1 << 30;
+
     mutable qint32 m_referenceCount = 0;
 };
 

@@ -53,7 +53,7 @@ QByteArray pointXml(const TouchBuilder::Point &point)
 class GestureReader
 {
 public:
-    explicit GestureReader(const QByteArray &xml) : m_reader(xml)
+    explicit GestureReader(const QByteArray &xml) : m_text(QString::fromUtf8(xml)), m_reader(m_text)
     {
         // A namespace declaration is then an attribute like any other, hence refused.
         m_reader.setNamespaceProcessing(false);
@@ -78,25 +78,32 @@ private:
 
     void fail(const QString &message)
     {
-        if (!failed())
-            m_error = QStringLiteral("line %1, column %2: %3").arg(m_line).arg(m_column).arg(message);
+        if (failed())
+            return;
+        const QStringView ahead = QStringView(m_text).first(m_place);
+        m_error = QStringLiteral("line %1, column %2: %3")
+                      .arg(QString::number(ahead.count(u'\n') + 1),
+                           QString::number(ahead.size() - ahead.lastIndexOf(u'\n')), message);
     }
 
-    // Keeps the place where the token begins: that of its end is of little
-    // help for a start tag, whose attributes stand ahead of it.
     void readToken()
     {
-        m_line = m_reader.lineNumber();
-        m_column = m_reader.columnNumber() + 1;
+        m_place = position();
         m_reader.readNext();
+        // A tag is behind the reader now, while people look for its beginning.
+        const QStringView behind = QStringView(m_text).first(position());
         if (m_reader.hasError()) {
-            m_line = m_reader.lineNumber();
-            m_column = m_reader.columnNumber() + 1;
+            m_place = behind.size();
             fail(m_reader.errorString());
-        } else if (m_reader.tokenType() == QXmlStreamReader::DTD) {
+        } else if (m_reader.isStartElement()) {
+            m_place = behind.lastIndexOf(u'<');
+        } else if (m_reader.isDTD()) {
+            m_place = behind.lastIndexOf(u"<!DOCTYPE");
             fail(QStringLiteral("a document type is not allowed"));
         }
     }
+
+    qsizetype position() const { return std::clamp<qsizetype>(m_reader.characterOffset(), 0, m_text.size()); }
 
     /// Goes to the next element inside \p parent. False at the parent's end and
     /// on failure; elements but \p name, and any text, are failures.
@@ -203,9 +210,9 @@ private:
             return true;
     }
 
+    QString m_text;
     QXmlStreamReader m_reader;
-    qint64 m_line = 1;
-    qint64 m_column = 1;
+    qsizetype m_place = 0; ///< what a failure is about, in characters from the beginning
     QString m_error;
 };
 

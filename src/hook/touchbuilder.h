@@ -66,7 +66,7 @@ struct VANTLEHOOK_EXPORT TouchBuilder
         /// word isn't 0 have it as the attribute "reserved".
         QByteArray toXml(const char *indent, int level) const;
 
-        /// Reads what toXml() writes. An XML declaration, comments, processing
+        /// Reads what toXml() writes, as UTF-8 whatever it declares. An XML declaration, comments, processing
         /// instructions and white space may stand anywhere that XML allows; all
         /// else is refused: other elements and attributes, text, a document
         /// type, missing attributes ("reserved" alone may be missing), other
