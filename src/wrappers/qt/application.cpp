@@ -42,8 +42,9 @@ Application *Application::self()
 
 void Application::recordEvent(EventData statement)
 {
-    if (m_statementHandler)
-        m_statementHandler(statement);
+    // A copy: the handler may be replaced while it runs.
+    if (const StatementHandler handler = m_statementHandler)
+        handler(statement);
 }
 
 void Application::setStatementHandler(StatementHandler handler)

@@ -12,11 +12,12 @@ QString NameSource::realName(QObject *object) const
     return objectName(object).qualifiedName();
 }
 
-/// A living object and who names it; both are set, or neither.
+/// A living object and who names it; both are set, or neither. Naming runs code
+/// of the program, so the source is kept until it is done.
 struct NameGenerator::Target
 {
     QObject *object = nullptr;
-    const NameSource *source = nullptr;
+    std::shared_ptr<const NameSource> source;
 };
 
 NameGenerator::NameGenerator() = default;
@@ -34,7 +35,7 @@ NameGenerator::Target NameGenerator::targetFor(const SharedPtr<Object> &object) 
         return {};
     for (const Class *type = object->objectClass(); type; type = type->super()) {
         if (const auto source = m_sources.constFind(type); source != m_sources.constEnd())
-            return {native, source->get()};
+            return {native, *source};
     }
     return {};
 }

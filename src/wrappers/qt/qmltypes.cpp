@@ -4,8 +4,6 @@
 
 #include <QtCore/QObject>
 
-#include <algorithm>
-#include <array>
 #include <optional>
 
 namespace Vantle::QtWrapper {
@@ -75,10 +73,11 @@ bool qmlMatchesTypeProperty(QObject *object, const PropertyValue &type)
 {
     const QByteArrayView raw = object->metaObject()->className();
     const QByteArrayView clean = cleaned(raw);
-    const std::array candidates{raw, clean, withoutQuickPrefix(clean)};
-    return std::any_of(candidates.begin(), candidates.end(), [&type](QByteArrayView candidate) {
-        return type.matches(QString::fromUtf8(candidate));
-    });
+    const QByteArrayView bare = withoutQuickPrefix(clean);
+    // A lookup asks this of every item of a scene: each text is tried once.
+    const auto matches = [&type](QByteArrayView name) { return type.matches(QString::fromUtf8(name)); };
+    return matches(raw) || (clean.size() < raw.size() && matches(clean))
+        || (bare.size() < clean.size() && matches(bare));
 }
 
 } // namespace Vantle::QtWrapper

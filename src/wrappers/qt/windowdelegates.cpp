@@ -44,6 +44,18 @@ public:
     }
 };
 
+// Of all that a window owns, a user sees the windows.
+ObjectList windowsBelow(QObject *window)
+{
+    ObjectList windows;
+    const QObjectList owned = window->children();
+    for (QObject *child : owned) {
+        if (child->isWindowType())
+            windows.push_back(wrapAndRegisterQObject(child));
+    }
+    return windows;
+}
+
 } // namespace
 
 void registerWindowDelegates()
@@ -51,6 +63,7 @@ void registerWindowDelegates()
     const Class *const windowClass = classForMetaObject(&QWindow::staticMetaObject);
     DelegateFactory::self()->registerDelegate(windowClass, std::make_unique<WindowGeometry>());
     DelegateFactory::self()->registerDelegate(windowClass, std::make_unique<WindowInteraction>());
+    registerChildrenFinder(&QWindow::staticMetaObject, windowsBelow);
 }
 
 } // namespace Vantle::QtWrapper

@@ -2,7 +2,8 @@
 
 namespace Vantle::QtWrapper {
 
-/// Registers the delegates with which plain QWindows are recorded.
+/// Registers the delegates with which plain QWindows are recorded, and what
+/// counts as their children.
 void registerWindowDelegates();
 
 } // namespace Vantle::QtWrapper

@@ -33,19 +33,25 @@ ObjectName WindowNameSource::objectName(QObject *object) const
 {
     auto *const window = static_cast<QWindow *>(object);
     ObjectName name = describe(window);
-
-    // The list of windows is in order of creation.
-    int occurrence = 0;
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    for (QWindow *other : windows) {
-        if (other == window || describe(other) == name)
-            ++occurrence;
-        if (other == window)
-            break;
-    }
-    if (occurrence > 1)
+    if (const int occurrence = occurrenceOf(window, name); occurrence > 1)
         setText(&name, QStringLiteral("occurrence"), QString::number(occurrence));
     return name;
+}
+
+// Which of the top-level windows that \p name describes \p window is, counted
+// from 1 in order of creation; 0 for a window that isn't among them.
+int WindowNameSource::occurrenceOf(QWindow *window, const ObjectName &name) const
+{
+    // The list is in order of creation.
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    int occurrence = 0;
+    for (QWindow *other : windows) {
+        if (other == window)
+            return occurrence + 1;
+        if (describe(other) == name)
+            ++occurrence;
+    }
+    return 0;
 }
 
 QString WindowNameSource::idOf(QWindow *) const

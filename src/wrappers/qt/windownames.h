@@ -20,6 +20,7 @@ protected:
 
 private:
     ObjectName describe(QWindow *window) const;
+    int occurrenceOf(QWindow *window, const ObjectName &name) const;
 };
 
 } // namespace Vantle::QtWrapper

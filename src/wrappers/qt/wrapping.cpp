@@ -3,15 +3,22 @@
 #include "hook/inspector.h"
 #include "wrappers/qt/application.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QHash>
-#include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/private/qobject_p.h>
 
 namespace Vantle::QtWrapper {
 
 namespace {
 
 class ObjectWrapper;
+
+struct KnownClass
+{
+    QByteArray name;
+    const Class *type = nullptr;
+};
 
 // Process-wide and never destroyed, since wrappers may die during exit.
 struct Registry
@@ -21,7 +28,7 @@ struct Registry
     QHash<const QObject *, ObjectWrapper *> wrappers;
     // The QML engine may free the meta-objects that it makes, and reuse their
     // address, so an entry counts only while the names agree.
-    QHash<const QMetaObject *, const Class *> classes;
+    QHash<const QMetaObject *, KnownClass> classes;
     QHash<const Class *, ChildrenFinder> childrenFinders;
 };
 
@@ -85,11 +92,18 @@ private:
     const Class *m_class;
 };
 
+// Past this point of its destructor no guard on the object can be made: it
+// would never learn that the object is gone.
+bool isBeyondGuarding(QObject *object)
+{
+    return QObjectPrivate::get(object)->wasDeleted;
+}
+
 } // namespace
 
 SharedPtr<Object> wrapAndRegisterQObject(QObject *object)
 {
-    if (!object)
+    if (!object || isBeyondGuarding(object))
         return SharedPtr<Object>(new ObjectWrapper(nullptr));
     ObjectWrapper *&entry = registry().wrappers[object];
     if (!entry || entry->isNull())
@@ -101,18 +115,19 @@ const Class *classForMetaObject(const QMetaObject *metaObject)
 {
     if (!metaObject)
         return nullptr;
-    const Class *const known = registry().classes.value(metaObject);
-    const QString name = QString::fromUtf8(metaObject->className());
-    if (known && known->className() == name)
-        return known;
+    const char *const name = metaObject->className();
+    const auto known = registry().classes.constFind(metaObject);
+    if (known != registry().classes.constEnd() && known->name == name)
+        return known->type;
 
     const Class *const super = classForMetaObject(metaObject->superClass());
-    const Class *type = Inspector::self()->classByName(name);
+    const QString text = QString::fromUtf8(name);
+    const Class *type = Inspector::self()->classByName(text);
     if (!type || type->super() != super) {
-        type = new Class(name, super);
+        type = new Class(text, super);
         Inspector::self()->registerClass(type);
     }
-    registry().classes.insert(metaObject, type);
+    registry().classes.insert(metaObject, {name, type});
     return type;
 }
 

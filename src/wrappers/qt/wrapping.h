@@ -14,7 +14,8 @@ namespace Vantle::QtWrapper {
 
 /// The script object of \p object. While any reference to it is held, further
 /// calls give the same one. A null \p object gives a wrapper for which
-/// isNull() holds, never a null pointer.
+/// isNull() holds, never a null pointer, and so does one that is so far into
+/// its destructor that it emits destroyed().
 VANTLEQTWRAPPER_EXPORT SharedPtr<Object> wrapAndRegisterQObject(QObject *object);
 
 /// The class that describes \p metaObject, made and registered with the
