@@ -4,7 +4,14 @@
 #include "hook/inspector.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/eventdescription.h"
 
+#include <ostream>
+
 using namespace Vantle;
+
+void PrintTo(const QByteArray &text, std::ostream *out)
+{
+    *out << '`' << text.toStdString() << '`';
+}
 
 namespace VantleTest {
 

@@ -8,8 +8,12 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QPoint>
 
+#include <iosfwd>
 #include <optional>
 #include <vector>
+
+/// Lets failures show texts as texts rather than as lists of bytes.
+void PrintTo(const QByteArray &text, std::ostream *out);
 
 namespace VantleTest {
 
@@ -56,16 +60,16 @@ TestObjectPtr makeObject(const QByteArray &name, const Vantle::Class *type, QPoi
 /// A call of StatementRecorder as a value.
 struct Statement
 {
-    QByteArray method;
+    QByteArray method{};
     const Vantle::Object *object = nullptr;
-    QByteArray objectName;
+    QByteArray objectName{};
     const Vantle::Class *objectClass = nullptr;
-    QByteArray text;
-    std::vector<qint32> numbers; ///< coordinates, distances, states and delays, in the order of the call
-    std::optional<Vantle::MouseButton::Value> button;
-    std::optional<Vantle::Modifier::Value> modifiers;
+    QByteArray text{};
+    std::vector<qint32> numbers{}; ///< coordinates, distances, states and delays, in the order of the call
+    std::optional<Vantle::MouseButton::Value> button{};
+    std::optional<Vantle::Modifier::Value> modifiers{};
     bool isLong = false;
-    std::optional<Vantle::TouchBuilder::MultiTouchInfo> gesture;
+    std::optional<Vantle::TouchBuilder::MultiTouchInfo> gesture{};
     quint64 timestamp = 0;
 
     bool operator==(const Statement &) const = default;
