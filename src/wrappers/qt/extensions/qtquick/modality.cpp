@@ -12,17 +12,14 @@ namespace {
 
 // Popups are reached by name, so that programs without Qt Quick Controls don't
 // have to load that library for our sake.
-constexpr char OverlayClass[] = "QQuickOverlay";
 constexpr char PopupClass[] = "QQuickPopup";
 
-const QQuickItem *popupLayer(const QQuickItem *contentItem)
+// Controls keep the layer of a window's popups as a dynamic property of the
+// window. Asking for it there makes no layer where there is none, and costs
+// the same in every scene.
+const QQuickItem *popupLayer(const QQuickWindow *window)
 {
-    const QList<QQuickItem *> children = contentItem->childItems();
-    for (auto child = children.crbegin(); child != children.crend(); ++child) {
-        if ((*child)->inherits(OverlayClass))
-            return *child;
-    }
-    return nullptr;
+    return qobject_cast<QQuickItem *>(qvariant_cast<QObject *>(window->property("_q_QQuickOverlay")));
 }
 
 // The item of a popup belongs to the popup object, which is no item itself.
@@ -47,7 +44,7 @@ bool isSelfOrAncestor(const QQuickItem *ancestor, const QQuickItem *item)
 
 const QQuickItem *modalPopupAbove(const QQuickItem *item)
 {
-    const QQuickItem *const layer = item->window() ? popupLayer(item->window()->contentItem()) : nullptr;
+    const QQuickItem *const layer = item->window() ? popupLayer(item->window()) : nullptr;
     if (!layer || !layer->isVisible() || layer == item)
         return nullptr;
 

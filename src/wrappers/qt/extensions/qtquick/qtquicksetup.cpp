@@ -23,17 +23,22 @@ ObjectList itemChildren(QObject *object)
     return children;
 }
 
-// The items of the scene, then what else the window owns that a user can see:
-// windows, and items that stand in no scene yet.
+// Windows, and items that stand in no scene yet.
+bool isTopLevel(QObject *object, const QQuickWindow *window)
+{
+    const auto *const item = qobject_cast<QQuickItem *>(object);
+    return object->isWindowType() || (item && item != window->contentItem() && !item->parentItem());
+}
+
+// The items of the scene, then what else the window owns that a user can see.
 ObjectList windowChildren(QObject *object)
 {
     auto *const window = static_cast<QQuickWindow *>(object);
     ObjectList children = itemChildren(window->contentItem());
-    const QObjectList owned = window->children();
+    // What a QML document declares inside of a window belongs to its content item.
+    const QObjectList owned = window->children() + window->contentItem()->children();
     for (QObject *child : owned) {
-        const auto *const item = qobject_cast<QQuickItem *>(child);
-        const bool isTopLevelItem = item && item != window->contentItem() && !item->parentItem();
-        if (isTopLevelItem || child->isWindowType())
+        if (isTopLevel(child, window))
             children.push_back(wrapAndRegisterQObject(child));
     }
     return children;
@@ -51,6 +56,7 @@ void setupQtQuick()
     delegates->registerDelegate(itemClass, makeItemGeometryDelegate());
     delegates->registerDelegate(itemClass, makeItemInteractionDelegate());
     delegates->registerDelegate(windowClass, makeQuickWindowGeometryDelegate());
+    delegates->registerDelegate(windowClass, makeQuickWindowInteractionDelegate());
 
     NameGenerator *const names = Application::self()->nameGenerator();
     names->registerSource(itemClass, std::make_unique<QuickItemNameSource>());

@@ -26,6 +26,15 @@ QQuickWindow *toQuickWindow(const SharedPtr<Object> &object)
     return qobject_cast<QQuickWindow *>(nativeQObject(object));
 }
 
+// Of the window in which the user sees \p window, which may be null.
+QString shownWindowNotReadyReason(QQuickWindow *window)
+{
+    QWindow *shown = nullptr;
+    if (window)
+        quickRenderWindowFor(window, &shown, nullptr);
+    return windowNotReadyReason(shown);
+}
+
 // The pixel that holds the point, so that a point inside an item stays inside.
 QPoint pixelOf(QPointF point)
 {
@@ -92,9 +101,7 @@ public:
             return QStringLiteral("the item is not visible");
         if (!item->isEnabled())
             return QStringLiteral("the item is not enabled");
-        QWindow *renderWindow = nullptr;
-        quickRenderWindowFor(item->window(), &renderWindow, nullptr);
-        if (QString reason = windowNotReadyReason(renderWindow); !reason.isEmpty())
+        if (QString reason = shownWindowNotReadyReason(item->window()); !reason.isEmpty())
             return reason;
         if (const QQuickItem *const popup = modalPopupAbove(item))
             return QStringLiteral("the item is covered by the modal popup %1").arg(popupDescription(popup));
@@ -134,6 +141,15 @@ public:
     }
 };
 
+class QuickWindowInteraction final : public InteractionDelegate
+{
+public:
+    QString notReadyReason(const SharedPtr<Object> &object) const override
+    {
+        return shownWindowNotReadyReason(toQuickWindow(object));
+    }
+};
+
 } // namespace
 
 std::unique_ptr<GeometryDelegate> makeItemGeometryDelegate()
@@ -149,6 +165,11 @@ std::unique_ptr<InteractionDelegate> makeItemInteractionDelegate()
 std::unique_ptr<GeometryDelegate> makeQuickWindowGeometryDelegate()
 {
     return std::make_unique<QuickWindowGeometry>();
+}
+
+std::unique_ptr<InteractionDelegate> makeQuickWindowInteractionDelegate()
+{
+    return std::make_unique<QuickWindowInteraction>();
 }
 
 } // namespace Vantle::QtWrapper
