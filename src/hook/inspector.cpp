@@ -41,8 +41,9 @@ Inspector *Inspector::self()
 
 Inspector::Inspector() : m_voidResult(new VoidResult)
 {
-    for (const Class *type : {integerClass(), booleanClass(), doubleClass(), stringClass(), m_voidResult->objectClass()})
+    for (const Class *type : {integerClass(), booleanClass(), doubleClass(), stringClass()})
         registerClass(type);
+    registerClass(m_voidResult->objectClass());
 }
 
 Inspector::~Inspector() = default;

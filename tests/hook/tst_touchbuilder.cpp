@@ -67,7 +67,8 @@ TEST(TouchXml, isIndentedAsAskedFor)
 {
     Gesture gesture(1, 2, TouchBuilder::Pixels);
     gesture.steps.push_back({});
-    const std::string flat = "<gesture width=\"1\" height=\"2\" unit=\"pixels\">\n<step time=\"0\">\n</step>\n</gesture>\n";
+    const std::string flat =
+        "<gesture width=\"1\" height=\"2\" unit=\"pixels\">\n<step time=\"0\">\n</step>\n</gesture>\n";
     EXPECT_EQ(gesture.toXml("", 3).toStdString(), flat);
     EXPECT_EQ(gesture.toXml(nullptr, 3).toStdString(), flat);
     const std::string tabs =
@@ -173,7 +174,8 @@ TEST(TouchXml, withMissingAttributesIsRefused)
 {
     EXPECT_EQ(errorOf("<gesture/>"), "line 1, column 1: <gesture> lacks the attribute \"width\"");
     EXPECT_EQ(errorOf("<gesture width=\"1\"/>"), "line 1, column 1: <gesture> lacks the attribute \"height\"");
-    EXPECT_EQ(errorOf("<gesture width=\"1\" height=\"1\"/>"), "line 1, column 1: <gesture> lacks the attribute \"unit\"");
+    EXPECT_EQ(errorOf("<gesture width=\"1\" height=\"1\"/>"),
+              "line 1, column 1: <gesture> lacks the attribute \"unit\"");
     EXPECT_EQ(errorOf(gestureXml(goodGesture, "<step>", goodPoint)),
               "line 2, column 1: <step> lacks the attribute \"time\"");
     const std::pair<const char *, const char *> points[] = {
@@ -209,8 +211,8 @@ TEST(TouchXml, inAnotherUnitIsRefused)
 
 TEST(TouchXml, withNumbersThatAreNoneIsRefused)
 {
-    for (const char *number : {"", " 1", "1 ", "+1", "1,5", "0x10", "one", "nan", "inf", "-inf", "1e39", "-1e39", "1e-60",
-                               "1e", "--1", "%1", "१"}) {
+    for (const char *number : {"", " 1", "1 ", "+1", "1,5", "0x10", "one", "nan", "inf", "-inf", "1e39", "-1e39",
+                               "1e-60", "1e", "--1", "%1", "१"}) {
         const QByteArray xml = QByteArray("<gesture width=\"") + number + "\" height=\"1\" unit=\"pixels\"/>";
         EXPECT_EQ(errorOf(xml),
                   std::string("line 1, column 1: expected a finite 32-bit number for \"width\" of <gesture>, found \"")

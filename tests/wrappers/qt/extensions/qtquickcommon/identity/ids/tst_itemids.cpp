@@ -285,7 +285,10 @@ TEST(ItemIds, readNoPropertyOnceTheIdIsKnown)
 {
     qmlRegisterType<Witness>("VantleTest", 1, 0, "Witness");
     QQmlEngine engine;
-    const auto root = loadText(&engine, "import VantleTest\nimport QtQuick\nWitness { Item { id: child; objectName: 'c' } }");
+    const auto root = loadText(&engine, R"(
+        import QtQuick
+        import VantleTest
+        Witness { Item { id: child; objectName: "c" } })");
     auto *witness = qobject_cast<Witness *>(root.get());
     ASSERT_NE(witness, nullptr);
     EXPECT_EQ(idForQuickItem(itemNamed(root.get(), "c")), QStringLiteral("child"));
