@@ -1,5 +1,6 @@
 #include "protocol/connection.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QJsonDocument>
 #include <QtNetwork/QLocalSocket>
 
@@ -13,6 +14,8 @@ namespace {
 // in the peer.
 constexpr qint64 readAhead = 1024 * 1024;
 constexpr qint64 chunkSize = 64 * 1024;
+
+constexpr int mostReadsAtEnd = 64;
 
 // A peer that floods us must not keep the program from its other events.
 constexpr int messagesPerTurn = 64;
@@ -139,6 +142,14 @@ void Connection::notify(const QString &method, const QJsonObject &params)
     send({{methodKey, method}, {paramsKey, params}});
 }
 
+bool Connection::waitForSent(std::chrono::milliseconds limit)
+{
+    const QDeadlineTimer deadline(limit);
+    while (!m_closed && m_device && m_device->bytesToWrite() > 0 && !deadline.hasExpired())
+        m_device->waitForBytesWritten(static_cast<int>(deadline.remainingTime()));
+    return !m_closed && m_device && m_device->bytesToWrite() == 0;
+}
+
 void Connection::onRequest(const QString &method, RequestHandler handler)
 {
     m_requestHandlers.insert(method, std::move(handler));
@@ -151,10 +162,25 @@ void Connection::onNotification(const QString &method, NotificationHandler handl
 
 void Connection::close()
 {
+    m_lines.clear();
+    if (!m_closed)
+        releaseDevice();
+}
+
+void Connection::closeAfterInput()
+{
     if (m_closed)
         return;
+    readAvailable();
+    // A peer that sends without end must not keep us here.
+    for (int i = 0; i < mostReadsAtEnd && m_device && !m_closed && m_device->waitForReadyRead(0); ++i)
+        readAvailable();
+    releaseDevice();
+}
+
+void Connection::releaseDevice()
+{
     m_closed = true;
-    m_lines.clear();
     if (m_device) {
         m_device->disconnect(this);
         if (auto *socket = qobject_cast<QLocalSocket *>(m_device.data())) {

@@ -9,6 +9,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -105,6 +106,12 @@ public:
     /// Sends a notification; nothing happens if the connection has ended.
     void notify(const QString &method, const QJsonObject &params);
 
+    /// Waits until the system has taken everything that was sent, so that it
+    /// arrives even if this process ends next. False if \p limit passes before,
+    /// or the connection has ended. The system holds back a sender that is far
+    /// ahead of its reader; nobody else needs this.
+    bool waitForSent(std::chrono::milliseconds limit);
+
     /// Registers what answers requests for \p method, in place of what was
     /// registered before. Requests without handler get MethodNotFound.
     void onRequest(const QString &method, RequestHandler handler);
@@ -116,6 +123,10 @@ public:
     /// system first; messages not handled yet are dropped. disconnected()
     /// follows from the event loop.
     void close();
+
+    /// Ends the connection from this side, but handles what the peer has sent
+    /// up to now; disconnected() follows after that.
+    void closeAfterInput();
 
 Q_SIGNALS:
     /// The connection has ended, whoever ended it. Comes once, after every
@@ -132,6 +143,7 @@ Q_SIGNALS:
 private:
     friend class Responder;
 
+    void releaseDevice();
     void readAvailable();
     void inputEnded();
     void scheduleDispatch();

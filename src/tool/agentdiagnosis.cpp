@@ -33,7 +33,7 @@ QString likelyCauses(const QString &plugin)
                           "  - its Qt is linked statically, or is older than Qt %1\n"
                           "  - it can't read the agent, %2\n"
                           "  - it runs with the rights of another user (setuid), which drops the environment\n"
-                          "  - it only asks a running instance of itself to open a window: end that one first\n"
+                          "  - it only starts another program, or wakes a running instance of itself, and ends\n"
                           "\"vantle doctor\" checks the installation.")
         .arg(QStringLiteral(QT_VERSION_STR), plugin);
 }

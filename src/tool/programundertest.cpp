@@ -257,7 +257,7 @@ void ProgramUnderTest::closeStragglers()
 {
     const QList<Connection *> callers = m_callers;
     for (Connection *caller : callers)
-        caller->close();
+        caller->closeAfterInput();
 }
 
 void ProgramUnderTest::reportEndIfComplete()

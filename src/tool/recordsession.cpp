@@ -8,6 +8,8 @@
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
 
+#include <utility>
+
 namespace Vantle::Tool {
 
 using Protocol::LogMessage;
@@ -98,7 +100,20 @@ void RecordSession::takeStatement(const QJsonObject &params)
         Console::say(QStringLiteral("a statement of the agent was not understood: %1").arg(error));
     else if (!m_script.add(*statement))
         Console::say(QStringLiteral("a statement calls \"%1\", which is no function's name").arg(statement->function));
+    scheduleSynchronisation();
     reportWriteFailure();
+}
+
+void RecordSession::scheduleSynchronisation()
+{
+    // Once for all statements that came together: the disk is slow.
+    if (std::exchange(m_synchronisationScheduled, true))
+        return;
+    QMetaObject::invokeMethod(this, [this] {
+        m_synchronisationScheduled = false;
+        m_script.synchronise();
+        reportWriteFailure();
+    }, Qt::QueuedConnection);
 }
 
 void RecordSession::takeLog(const QJsonObject &params)

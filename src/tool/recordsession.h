@@ -45,6 +45,7 @@ private:
     void programEnded(const ProgramEnd &end);
     void reportEndBeforeRecording(const ProgramEnd &end);
     void reportEndOfRecording(const ProgramEnd &end);
+    void scheduleSynchronisation();
     void reportWriteFailure();
     void failWith(int exitCode);
     void leave();
@@ -58,6 +59,7 @@ private:
     State m_state = State::Starting;
     int m_exitCode = 0;
     bool m_began = false;
+    bool m_synchronisationScheduled = false;
     bool m_writeFailureReported = false;
 };
 

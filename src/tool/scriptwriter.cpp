@@ -39,21 +39,32 @@ bool ScriptWriter::add(const Protocol::Statement &statement)
 
 void ScriptWriter::end(const QString &remark)
 {
-    if (m_begun)
-        writeLine(QStringLiteral("// ") + remark);
+    if (!m_begun)
+        return;
+    writeLine(QStringLiteral("// ") + remark);
+    synchronise();
     m_begun = false;
+}
+
+void ScriptWriter::synchronise()
+{
+    if (m_file && m_begun && !m_file->synchronise())
+        noteError(m_file->errorString());
 }
 
 void ScriptWriter::writeLine(const QString &line)
 {
     const bool printed = Console::print(line + QLatin1Char('\n'));
-    const bool filed = !m_file || m_file->append(line);
-    if (!m_error.isEmpty())
-        return;
-    if (!filed)
-        m_error = m_file->errorString();
-    else if (!printed && !m_file)
-        m_error = QStringLiteral("cannot write the script to standard output");
+    if (m_file && !m_file->append(line))
+        noteError(m_file->errorString());
+    else if (!m_file && !printed)
+        noteError(QStringLiteral("cannot write the script to standard output"));
+}
+
+void ScriptWriter::noteError(const QString &error)
+{
+    if (m_error.isEmpty())
+        m_error = error;
 }
 
 } // namespace Vantle::Tool

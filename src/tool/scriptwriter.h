@@ -12,7 +12,8 @@
 namespace Vantle::Tool {
 
 /// Writes a recording: to standard output and, if there is one, to a file.
-/// Each line is out before the call returns.
+/// Each line is with the system before the call returns, and on the disk when
+/// synchronise() or end() has returned.
 class ScriptWriter
 {
 public:
@@ -29,6 +30,9 @@ public:
     /// Writes how the recording ended; nothing if it did not begin.
     void end(const QString &remark);
 
+    /// Puts the file on the disk. One call will do for several statements.
+    void synchronise();
+
     bool hasFile() const { return m_file != nullptr; }
 
     /// Number of statements written.
@@ -40,6 +44,7 @@ public:
 
 private:
     void writeLine(const QString &line);
+    void noteError(const QString &error);
 
     std::unique_ptr<ScriptFile> m_file;
     QString m_error;

@@ -549,6 +549,33 @@ TEST_F(RawPeerTest, aClosedConnectionHandlesNothingMore)
     EXPECT_EQ(near.events, QStringList(QStringLiteral("end")));
 }
 
+TEST_F(RawPeerTest, waitingForTheSystemToTakeWhatWasSentHasALimit)
+{
+    near.connection->notify(echo, {});
+    EXPECT_TRUE(near.connection->waitForSent(std::chrono::seconds(5)));
+    // More than the system holds for a reader that does not read.
+    for (int i = 0; i < 5000; ++i)
+        near.connection->notify(echo, {{QStringLiteral("t"), QString(1000, QLatin1Char('x'))}});
+    EXPECT_FALSE(near.connection->waitForSent(std::chrono::milliseconds(1)));
+    near.connection->close();
+    EXPECT_FALSE(near.connection->waitForSent(std::chrono::seconds(5)));
+}
+
+TEST_F(RawPeerTest, closingAfterInputHandlesWhatHasArrived)
+{
+    int seen = 0;
+    near.connection->onNotification(echo, [&](const QJsonObject &) { ++seen; });
+    for (int i = 0; i < 200; ++i)
+        write("{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}\n");
+    near.connection->closeAfterInput();
+    EXPECT_FALSE(near.connection->isOpen());
+    near.connection->closeAfterInput();
+    ASSERT_TRUE(waitUntil([&] { return near.events.contains(QStringLiteral("end")); }));
+    EXPECT_EQ(seen, 200);
+    EXPECT_EQ(near.events, QStringList(QStringLiteral("end")));
+    EXPECT_TRUE(waitUntil([&] { return raw->state() == QLocalSocket::UnconnectedState; }));
+}
+
 TEST(Connection, takesWhatWasThereBeforeIt)
 {
     const SocketPair sockets;
