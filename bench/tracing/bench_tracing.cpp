@@ -22,9 +22,8 @@ class TracingWith
 public:
     explicit TracingWith(std::string_view groups)
     {
-        corvaline::tracelib::setSink([](const TracePoint &, const char *text, VariableSnapshot *) {
-            benchmark::DoNotOptimize(text);
-        });
+        corvaline::tracelib::setSink(
+            [](const TracePoint &, const char *text, VariableSnapshot *) { benchmark::DoNotOptimize(text); });
         corvaline::tracelib::setGroups(groups);
     }
     ~TracingWith()

@@ -63,9 +63,10 @@ std::vector<std::string> splitGroups(std::string_view groups)
 std::shared_ptr<const Sink> lineSink(const std::string &file)
 {
     const auto writer = std::make_shared<LineWriter>(file);
-    return std::make_shared<const Sink>([writer](const TracePoint &point, const char *text, VariableSnapshot *snapshot) {
-        writer->write(traceLine(std::chrono::system_clock::now(), point, text, snapshot));
-    });
+    return std::make_shared<const Sink>(
+        [writer](const TracePoint &point, const char *text, VariableSnapshot *snapshot) {
+            writer->write(traceLine(std::chrono::system_clock::now(), point, text, snapshot));
+        });
 }
 
 void applyGroups(Configuration &current, std::string_view groups)

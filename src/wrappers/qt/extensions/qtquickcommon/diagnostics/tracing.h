@@ -44,7 +44,10 @@ template<typename T>
 concept ItemOrWindow = std::same_as<std::remove_cv_t<T>, QQuickItem> || std::same_as<std::remove_cv_t<T>, QQuickWindow>;
 
 template<typename T>
-concept TraceableNumber = std::integral<T> && (sizeof(T) > 1);
+concept ClassWithoutForm = std::is_class_v<T> && !ItemOrWindow<T>;
+
+template<typename T>
+concept TraceableNumber = sizeof(T) >= 2 && std::integral<T>;
 
 /// The pieces of trace messages as values. Each of these copies what it needs.
 ///
@@ -78,8 +81,7 @@ VariableValue toVariableValue(T number)
 
 /// A pointer to any class without a form of its own, by its address. That
 /// holds for the subclasses of items and windows too, flickables among them.
-template<typename T>
-    requires(std::is_class_v<T> && !ItemOrWindow<T>)
+template<ClassWithoutForm T>
 VariableValue toVariableValue(T *object)
 {
     return addressToVariableValue(reinterpret_cast<std::uintptr_t>(object));

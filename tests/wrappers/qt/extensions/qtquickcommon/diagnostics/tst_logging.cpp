@@ -65,8 +65,8 @@ TEST_F(Logging, handsEachLevelToTheOperationOfItsName)
     logWarning("b");
     logLevel3("c");
     logLevel4("d");
-    EXPECT_THAT(logger.messages, ElementsAre(Pair("info", "a"), Pair("warning", "b"), Pair("level3", "c"),
-                                             Pair("level4", "d")));
+    EXPECT_THAT(logger.messages,
+                ElementsAre(Pair("info", "a"), Pair("warning", "b"), Pair("level3", "c"), Pair("level4", "d")));
 }
 
 TEST_F(Logging, formatsLikePrintfAtEveryLevel)
@@ -75,9 +75,9 @@ TEST_F(Logging, formatsLikePrintfAtEveryLevel)
     logWarning("%s (%s:%d)", "error", "a.qml", -7);
     logLevel3("%5.2f|%-4s|%%", 1.5, "x");
     logLevel4("%lld %zu", -9223372036854775807LL, sizeof(char));
-    EXPECT_THAT(logger.messages, ElementsAre(Pair("info", "queue: Considering 3 events"),
-                                             Pair("warning", "error (a.qml:-7)"), Pair("level3", " 1.50|x   |%"),
-                                             Pair("level4", "-9223372036854775807 1")));
+    EXPECT_THAT(logger.messages,
+                ElementsAre(Pair("info", "queue: Considering 3 events"), Pair("warning", "error (a.qml:-7)"),
+                            Pair("level3", " 1.50|x   |%"), Pair("level4", "-9223372036854775807 1")));
 }
 
 TEST_F(Logging, deliversAnEmptyMessage)
@@ -108,7 +108,8 @@ TEST_F(Logging, cutsAMessageThatIsMadeOfSeveralArguments)
 
 TEST_F(Logging, keepsUtf8AsItIs)
 {
-    EXPECT_EQ(logged("gr\xc3\xbc\xc3\x9f \xe2\x82\xac \xf0\x9f\x98\x80"), "gr\xc3\xbc\xc3\x9f \xe2\x82\xac \xf0\x9f\x98\x80");
+    EXPECT_EQ(logged("gr\xc3\xbc\xc3\x9f \xe2\x82\xac \xf0\x9f\x98\x80"),
+              "gr\xc3\xbc\xc3\x9f \xe2\x82\xac \xf0\x9f\x98\x80");
 }
 
 TEST_F(Logging, countsBytesWhenItCutsAndNotCharacters)

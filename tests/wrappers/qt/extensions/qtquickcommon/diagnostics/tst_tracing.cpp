@@ -305,9 +305,8 @@ TEST_F(Tracing, evaluatesEachPieceOnlyAfterTheOneBeforeIt)
 
 TEST_F(Tracing, passesOnWhatTheSinkThrows)
 {
-    corvaline::tracelib::setSink([](const TracePoint &, const char *, VariableSnapshot *) {
-        throw std::runtime_error("sink");
-    });
+    corvaline::tracelib::setSink(
+        [](const TracePoint &, const char *, VariableSnapshot *) { throw std::runtime_error("sink"); });
     EXPECT_THROW(VANTLE_TRACE("text"), std::runtime_error);
 }
 
@@ -342,7 +341,8 @@ TEST(ToVariableValue, printsPointersWithAtLeastEightLowerCaseDigits)
 TEST(ToVariableValue, cutsAddressesOfMoreThanEightDigits)
 {
     if constexpr (sizeof(std::uintptr_t) > 4) {
-        EXPECT_EQ(textOf(toVariableValue(reinterpret_cast<PlainClass *>(std::uintptr_t(0x123456789ABC)))), "0x12345678");
+        EXPECT_EQ(textOf(toVariableValue(reinterpret_cast<PlainClass *>(std::uintptr_t(0x123456789ABC)))),
+                  "0x12345678");
         EXPECT_EQ(textOf(toVariableValue(reinterpret_cast<PlainClass *>(std::uintptr_t(0x987654321)))), "0x98765432");
     }
 }
