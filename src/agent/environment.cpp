@@ -25,13 +25,17 @@ QByteArray ownPluginDirectory()
     return QFile::encodeName(QDir::cleanPath(generic.filePath(QStringLiteral(".."))));
 }
 
-void removeFromVariable(const char *variable, char separator, const QByteArray &entry)
+void setOrUnset(const char *variable, const QByteArray &value)
 {
-    const QByteArray rest = withoutEntry(qgetenv(variable), separator, entry);
-    if (rest.isEmpty())
+    if (value.isEmpty())
         qunsetenv(variable);
     else
-        qputenv(variable, rest);
+        qputenv(variable, value);
+}
+
+QString canonicalPath(const QByteArray &path)
+{
+    return path.isEmpty() ? QString() : QFileInfo(QFile::decodeName(path)).canonicalFilePath();
 }
 
 } // namespace
@@ -48,14 +52,25 @@ QByteArray withoutEntry(const QByteArray &list, char separator, const QByteArray
     return entries.join(separator);
 }
 
+QByteArray withoutDirectory(const QByteArray &list, char separator, const QByteArray &directory)
+{
+    const QString unwanted = canonicalPath(directory);
+    QList<QByteArray> entries = list.split(separator);
+    entries.removeIf([&](const QByteArray &entry) {
+        return entry == directory || (!unwanted.isEmpty() && canonicalPath(entry) == unwanted);
+    });
+    return entries.join(separator);
+}
+
 std::optional<Invitation> takeInvitation()
 {
     namespace Variable = Protocol::Variable;
     const Invitation invitation{QFile::decodeName(qgetenv(Variable::socket)), qgetenv(Variable::token)};
     qunsetenv(Variable::socket);
     qunsetenv(Variable::token);
-    removeFromVariable(GenericPlugins, ',', pluginKey().toLatin1());
-    removeFromVariable(PluginPath, QDir::listSeparator().toLatin1(), ownPluginDirectory());
+    setOrUnset(GenericPlugins, withoutEntry(qgetenv(GenericPlugins), ',', pluginKey().toLatin1()));
+    setOrUnset(PluginPath, withoutDirectory(qgetenv(PluginPath), QDir::listSeparator().toLatin1(),
+                                            ownPluginDirectory()));
     if (invitation.socket.isEmpty() || invitation.token.isEmpty())
         return std::nullopt;
     return invitation;

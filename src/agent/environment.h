@@ -27,4 +27,8 @@ std::optional<Invitation> takeInvitation();
 /// \p list without the entries equal to \p entry, which \p separator parts.
 QByteArray withoutEntry(const QByteArray &list, char separator, const QByteArray &entry);
 
+/// \p list, whose entries are paths, without those that lead to \p directory,
+/// however they are written.
+QByteArray withoutDirectory(const QByteArray &list, char separator, const QByteArray &directory);
+
 } // namespace Vantle::Agent

@@ -3,19 +3,28 @@
 #include "wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
+#include "wrappers/qt/extensions/qtquickcommon/recording/qtquickflickeventgenerator.h"
 
-#include <QtGui/QEvent>
+#include <QtCore/QEvent>
 #include <QtGui/QGuiApplication>
+#include <QtGui/private/qwindow_p.h>
 
 namespace Vantle::Agent {
 
 namespace {
 
+// The program closes a window by the same event as the user. Replayed after
+// the click that made it do so, it would find the window gone.
+bool isClosedByProgram(QObject *window, QEvent *event)
+{
+    return event->type() == QEvent::Close && QWindowPrivate::get(static_cast<QWindow *>(window))->inClose;
+}
+
 bool concernsUs(QObject *receiver, QEvent *event)
 {
     if (event->type() == QEvent::InputMethod)
         return receiver == QGuiApplication::focusObject();
-    return event->spontaneous() && receiver->isWindowType();
+    return event->spontaneous() && receiver->isWindowType() && !isClosedByProgram(receiver, event);
 }
 
 } // namespace
@@ -29,7 +38,10 @@ EventWatcher::~EventWatcher()
 
 void EventWatcher::start()
 {
+    if (m_recorder)
+        return;
     m_recorder = QtWrapper::QtEventRecorder::instance();
+    m_flickGenerator = std::make_unique<QtWrapper::QtQuickFlickEventGenerator>(m_recorder);
     qApp->installEventFilter(this);
 }
 
@@ -39,6 +51,8 @@ void EventWatcher::stop()
         return;
     if (qApp)
         qApp->removeEventFilter(this);
+    // Before the flush, so that nothing new comes in behind it.
+    m_flickGenerator.reset();
     m_recorder->flushEventQueue();
     m_recorder = nullptr;
 }
@@ -48,8 +62,11 @@ bool EventWatcher::eventFilter(QObject *receiver, QEvent *event)
     if (!concernsUs(receiver, event))
         return false;
     QtWrapper::SyntheticEvent record;
-    if (QtWrapper::qtEventToSyntheticEvent(receiver, event, &record))
-        m_recorder->eatEvent(record);
+    if (!QtWrapper::qtEventToSyntheticEvent(receiver, event, &record))
+        return false;
+    // The flickables have to be watched before the press gets to them.
+    m_flickGenerator->peekSyntheticEvent(record);
+    m_recorder->eatEvent(record);
     return false;
 }
 

@@ -4,8 +4,11 @@
 
 #include <QtCore/QObject>
 
+#include <memory>
+
 namespace Vantle::QtWrapper {
 class QtEventRecorder;
+class QtQuickFlickEventGenerator;
 }
 
 namespace Vantle::Agent {
@@ -15,7 +18,10 @@ namespace Vantle::Agent {
 /// Qt hands an event to the window first and then to each item that it
 /// delivers it to, so only what the window system sent, to a window, counts.
 /// The one exception are texts of an input method, which go to the focus
-/// object without passing the window.
+/// object without passing the window. That a program closes a window itself
+/// is not input.
+///
+/// Lives on the thread that owns the user interface.
 class EventWatcher final : public QObject
 {
     Q_OBJECT
@@ -24,15 +30,19 @@ public:
     EventWatcher();
     ~EventWatcher() override;
 
+    /// The host's Application must exist, and Qt Quick be set up. Does nothing
+    /// while started.
     void start();
     /// Ends the watch; what is pending becomes a statement now or never. Does
-    /// nothing while not started.
+    /// nothing while not started. Not to be called while a statement is being
+    /// handed over, since the recorder goes with the watch.
     void stop();
 
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
     SharedPtr<QtWrapper::QtEventRecorder> m_recorder;
+    std::unique_ptr<QtWrapper::QtQuickFlickEventGenerator> m_flickGenerator;
 };
 
 } // namespace Vantle::Agent
