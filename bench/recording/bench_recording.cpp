@@ -1,0 +1,228 @@
+// What recording adds to an event: translation, compression and statement,
+// over scenes of growing size. The baselines are the delivery of the same
+// events without recording, and a bare walk that finds the item under the
+// pointer: recording may grow with the scene like the walk, and not faster.
+
+#include "wrappers/qt/application.h"
+#include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
+#include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
+#include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QMouseEvent>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+using namespace Vantle::QtWrapper;
+
+namespace {
+
+enum Layout : qint64 {
+    Flat,       // all items are siblings; the pointer is over the lowest
+    Nested,     // each item holds ten; the pointer is over the lowest leaf
+    Background, // all items are siblings; the pointer is beside them, on their parent
+};
+
+constexpr int Side = 1000;
+constexpr QPoint Pointer(0, 0);
+
+class Item : public QQuickItem
+{
+public:
+    explicit Item(QQuickItem *parent) : QQuickItem(parent) { setAcceptedMouseButtons(Qt::AllButtons); }
+
+protected:
+    void mousePressEvent(QMouseEvent *) override {}
+    void mouseMoveEvent(QMouseEvent *) override {}
+    void mouseReleaseEvent(QMouseEvent *) override {}
+};
+
+class Scene
+{
+public:
+    Scene(Layout layout, qint64 itemCount)
+    {
+        window.setTitle(QStringLiteral("Scene"));
+        window.setGeometry(0, 0, Side, Side);
+        root = new Item(window.contentItem());
+        root->setSize(QSizeF(Side, Side));
+        if (layout == Nested)
+            nest(root, itemCount);
+        else
+            lineUp(itemCount, layout == Flat ? 0 : 1);
+        window.show();
+        while (!window.isExposed() || window.contentItem()->size().isEmpty())
+            QCoreApplication::processEvents();
+    }
+
+    QMouseEvent event(QEvent::Type type) const
+    {
+        const QPointF local(Pointer);
+        const QPointF global(window.mapToGlobal(Pointer));
+        const bool released = type == QEvent::MouseButtonRelease;
+        return QMouseEvent(type, local, local, global, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
+                           released ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
+    }
+
+    void deliver(QEvent::Type type)
+    {
+        QMouseEvent delivered = event(type);
+        QCoreApplication::sendEvent(&window, &delivered);
+    }
+
+    void record(QEvent::Type type)
+    {
+        QMouseEvent recorded = event(type);
+        SyntheticEvent result;
+        if (qtEventToSyntheticEvent(&window, &recorded, &result))
+            recorder->eatEvent(result);
+    }
+
+    QQuickWindow window;
+    Vantle::SharedPtr<QtEventRecorder> recorder = QtEventRecorder::instance();
+
+private:
+    // The pointer's item comes first, so that a walk from the top meets it last.
+    void lineUp(qint64 itemCount, int firstPlace)
+    {
+        for (qint64 i = 0; i < itemCount; ++i) {
+            const auto place = static_cast<int>(i) + firstPlace;
+            auto *item = new Item(root);
+            item->setPosition(QPointF(place % Side, place / Side));
+            item->setSize(QSizeF(1, 1));
+        }
+    }
+
+    void nest(QQuickItem *parent, qint64 itemCount)
+    {
+        constexpr int fanOut = 10;
+        for (int i = 0; i < fanOut && itemCount > 0; ++i) {
+            const qint64 share = (itemCount + fanOut - i - 1) / (fanOut - i);
+            auto *item = new Item(parent);
+            item->setPosition(QPointF(i == 0 ? 0 : parent->width() * i / fanOut, 0));
+            item->setSize(QSizeF(parent->width() / fanOut, parent->height()));
+            nest(item, share - 1);
+            itemCount -= share;
+        }
+    }
+
+    QQuickItem *root;
+};
+
+QQuickItem *bareWalk(QQuickItem *item, const QPointF &point)
+{
+    const QList<QQuickItem *> children = item->childItems();
+    for (auto it = children.crbegin(); it != children.crend(); ++it) {
+        if (QQuickItem *hit = bareWalk(*it, (*it)->mapFromItem(item, point)))
+            return hit;
+    }
+    return item->contains(point) ? item : nullptr;
+}
+
+std::unique_ptr<Scene> sceneOf(const benchmark::State &state)
+{
+    return std::make_unique<Scene>(static_cast<Layout>(state.range(0)), state.range(1));
+}
+
+void bareWalkOnly(benchmark::State &state)
+{
+    const auto scene = sceneOf(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareWalk(scene->window.contentItem(), QPointF(Pointer)));
+}
+
+void deliverMove(benchmark::State &state)
+{
+    const auto scene = sceneOf(state);
+    scene->deliver(QEvent::MouseButtonPress);
+    for (auto _ : state)
+        scene->deliver(QEvent::MouseMove);
+    scene->deliver(QEvent::MouseButtonRelease);
+}
+
+/// Moves of drags of 32 moves each, since a held button holds the queue.
+void recordMove(benchmark::State &state)
+{
+    constexpr int movesOfADrag = 32;
+    const auto scene = sceneOf(state);
+    int moves = 0;
+    for (auto _ : state) {
+        scene->record(QEvent::MouseMove);
+        if (++moves % movesOfADrag == 0)
+            scene->recorder->flushEventQueue();
+    }
+    scene->recorder->flushEventQueue();
+}
+
+void deliverClick(benchmark::State &state)
+{
+    const auto scene = sceneOf(state);
+    for (auto _ : state) {
+        scene->deliver(QEvent::MouseButtonPress);
+        scene->deliver(QEvent::MouseButtonRelease);
+    }
+}
+
+void recordClick(benchmark::State &state)
+{
+    const auto scene = sceneOf(state);
+    int statements = 0;
+    Application::self()->setStatementHandler([&](const Vantle::EventData &) { ++statements; });
+    for (auto _ : state) {
+        scene->record(QEvent::MouseButtonPress);
+        scene->record(QEvent::MouseButtonRelease);
+        scene->recorder->flushEventQueue();
+    }
+    Application::self()->setStatementHandler({});
+    if (statements != state.iterations())
+        state.SkipWithError("not every click became a statement");
+}
+
+/// One whole drag: the queue is walked again for every move that it holds.
+void recordDragOf(benchmark::State &state)
+{
+    Scene scene(Flat, 100);
+    for (auto _ : state) {
+        scene.record(QEvent::MouseButtonPress);
+        for (int64_t i = 0; i < state.range(0); ++i)
+            scene.record(QEvent::MouseMove);
+        scene.record(QEvent::MouseButtonRelease);
+        scene.recorder->flushEventQueue();
+    }
+}
+
+void scenes(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgNames({"layout", "items"})->ArgsProduct({{Flat, Nested, Background}, {100, 1000, 10000}});
+    benchmark->Unit(benchmark::kMicrosecond);
+}
+
+BENCHMARK(bareWalkOnly)->Apply(scenes);
+BENCHMARK(deliverMove)->Apply(scenes);
+BENCHMARK(recordMove)->Apply(scenes);
+BENCHMARK(deliverClick)->Apply(scenes);
+BENCHMARK(recordClick)->Apply(scenes);
+BENCHMARK(recordDragOf)->ArgName("moves")->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // No screen is needed unless one is asked for.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
+        qputenv("QT_QUICK_BACKEND", "software");
+    const QGuiApplication gui(argc, argv);
+    Application application;
+    setupQtQuick();
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
