@@ -10,12 +10,12 @@
 
 namespace VantleTest {
 
-WarningLog::WarningLog()
+LibraryLog::LibraryLog()
 {
     Vantle::QtQuickCommon::setLogger(this);
 }
 
-WarningLog::~WarningLog()
+LibraryLog::~LibraryLog()
 {
     Vantle::QtQuickCommon::setLogger(nullptr);
 }

@@ -9,18 +9,19 @@
 
 namespace VantleTest {
 
-/// Keeps the warnings that the library logs while this lives.
-class WarningLog : public Vantle::Logger
+/// Keeps what the library logs while this lives.
+class LibraryLog : public Vantle::Logger
 {
 public:
-    WarningLog();
-    ~WarningLog() override;
+    LibraryLog();
+    ~LibraryLog() override;
 
-    void info(const std::string &) override {}
+    void info(const std::string &message) override { infos.push_back(message); }
     void warning(const std::string &message) override { warnings.push_back(message); }
     void level3(const std::string &) override {}
     void level4(const std::string &) override {}
 
+    std::vector<std::string> infos;
     std::vector<std::string> warnings;
 };
 

@@ -50,7 +50,7 @@ protected:
         return flickables;
     }
 
-    WarningLog log;
+    LibraryLog log;
     FlickReports reports;
     QQuickFlickable outer;
     QQuickFlickable inner;

@@ -45,7 +45,7 @@ protected:
             monitor.reset();
     }
 
-    WarningLog log;
+    LibraryLog log;
     FlickReports reports;
     std::unique_ptr<QQuickFlickable> flickable = std::make_unique<QQuickFlickable>();
     std::unique_ptr<QQuickItem> item = std::make_unique<QQuickItem>();
@@ -127,7 +127,7 @@ TEST(FlickMonitorWithDeadFlickables, CountsThemInItsTraces)
 
 TEST(FlickMonitorWithDeadFlickables, WatchesANewOneAtTheSameAddress)
 {
-    WarningLog log;
+    LibraryLog log;
     FlickReports reports;
     FlickMonitor monitor;
     monitor.setObserver(&reports);
@@ -156,7 +156,7 @@ TEST(FlickMonitorWithDeadFlickables, WatchesANewOneAtTheSameAddress)
 TEST(FlickMonitorWithDeadFlickables, StillFindsAllThatLive)
 {
     std::mt19937 random(20240501);
-    WarningLog log;
+    LibraryLog log;
     FlickReports reports;
     FlickMonitor monitor;
     monitor.setObserver(&reports);
@@ -192,7 +192,7 @@ TEST(FlickMonitorWithDeadFlickables, StillFindsAllThatLive)
 
 TEST(FlickMonitorReentrancy, ObserverMayBeginAnotherWatchInAReport)
 {
-    WarningLog log;
+    LibraryLog log;
     FlickReports reports;
     FlickMonitor monitor;
     monitor.setObserver(&reports);
@@ -216,7 +216,7 @@ TEST(FlickMonitorReentrancy, ObserverMayBeginAnotherWatchInAReport)
 
 TEST(FlickMonitorReentrancy, WatchBegunAnewInTheReportOfTheEndIsOver)
 {
-    WarningLog log;
+    LibraryLog log;
     FlickReports reports;
     FlickMonitor monitor;
     monitor.setObserver(&reports);
