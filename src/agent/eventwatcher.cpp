@@ -5,8 +5,8 @@
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qtquickflickeventgenerator.h"
 
-#include <QtCore/QEvent>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/private/qwindow_p.h>
 
 namespace Vantle::Agent {
@@ -55,19 +55,43 @@ void EventWatcher::stop()
     m_flickGenerator.reset();
     m_recorder->flushEventQueue();
     m_recorder = nullptr;
+    m_modifiers.reset();
 }
 
 bool EventWatcher::eventFilter(QObject *receiver, QEvent *event)
 {
     if (!concernsUs(receiver, event))
         return false;
+    if (event->isInputEvent())
+        correctModifiers(receiver, *static_cast<QInputEvent *>(event));
+    record(receiver, event);
+    return false;
+}
+
+void EventWatcher::correctModifiers(QObject *receiver, const QInputEvent &event)
+{
+    if (!m_modifiers.isContradictedBy(event))
+        return;
+    // The release of the modifier has ended every pattern but a run of typed
+    // text, and that is ended by the pointer event itself: the flush loses nothing.
+    const QList<Qt::Key> stillHeld = m_modifiers.keysHeldIn(event);
+    m_recorder->flushEventQueue();
+    m_modifiers.reset();
+    for (Qt::Key key : stillHeld) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        record(receiver, &press);
+    }
+}
+
+void EventWatcher::record(QObject *receiver, QEvent *event)
+{
     QtWrapper::SyntheticEvent record;
     if (!QtWrapper::qtEventToSyntheticEvent(receiver, event, &record))
-        return false;
+        return;
+    m_modifiers.noteRecord(record);
     // The flickables have to be watched before the press gets to them.
     m_flickGenerator->peekSyntheticEvent(record);
     m_recorder->eatEvent(record);
-    return false;
 }
 
 } // namespace Vantle::Agent

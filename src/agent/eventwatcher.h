@@ -1,5 +1,6 @@
 #pragma once
 
+#include "agent/modifiertracker.h"
 #include "hook/shared.h"
 
 #include <QtCore/QObject>
@@ -41,8 +42,12 @@ public:
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
+    void correctModifiers(QObject *receiver, const QInputEvent &event);
+    void record(QObject *receiver, QEvent *event);
+
     SharedPtr<QtWrapper::QtEventRecorder> m_recorder;
     std::unique_ptr<QtWrapper::QtQuickFlickEventGenerator> m_flickGenerator;
+    ModifierTracker m_modifiers;
 };
 
 } // namespace Vantle::Agent

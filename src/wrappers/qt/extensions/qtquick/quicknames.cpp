@@ -35,6 +35,23 @@ void setFirstReadableText(ObjectName *name, QQuickItem *item)
     }
 }
 
+// Only the table of ids. QQmlContext::nameForObject also reads properties of the
+// document's root: for a window that makes new objects, and an item that has
+// the focus just now would be called "activeFocusItem".
+QString declaredId(QObject *object)
+{
+    // Items that C++ made, such as a Flickable's content item, have none.
+    QQmlContext *const publicContext = qmlContext(object);
+    if (!publicContext)
+        return {};
+    const QQmlRefPointer<QQmlContextData> context = QQmlContextData::get(publicContext);
+    for (int i = 0; i < context->numIdValues(); ++i) {
+        if (context->idValue(i) == object)
+            return context->propertyName(i);
+    }
+    return {};
+}
+
 QString containerName(QQuickItem *item)
 {
     QQuickWindow *const window = item->window();
@@ -51,7 +68,7 @@ ObjectName QuickItemNameSource::objectName(QObject *object) const
     ObjectName name;
     setText(&name, QStringLiteral("type"), QString::fromUtf8(scriptTypeName(item->metaObject())));
 
-    const QString id = idForQuickItem(item);
+    const QString id = declaredId(item);
     if (!id.isEmpty())
         setText(&name, QStringLiteral("id"), id);
     if (!item->objectName().isEmpty())
@@ -68,17 +85,7 @@ ObjectName QuickItemNameSource::objectName(QObject *object) const
 
 QString QuickWindowNameSource::idOf(QWindow *window) const
 {
-    // Only the table of ids: asking QQmlContext::nameForObject would read every
-    // property of the document's root, which for a window makes new objects.
-    QQmlContext *const publicContext = qmlContext(window);
-    if (!publicContext)
-        return {};
-    const QQmlRefPointer<QQmlContextData> context = QQmlContextData::get(publicContext);
-    for (int i = 0; i < context->numIdValues(); ++i) {
-        if (context->idValue(i) == window)
-            return context->propertyName(i);
-    }
-    return {};
+    return declaredId(window);
 }
 
 } // namespace Vantle::QtWrapper
