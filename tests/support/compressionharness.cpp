@@ -118,9 +118,10 @@ void CompressionHarness::flush()
 
 void CompressionHarness::noteAlarmCalls()
 {
-    if (m_callsSeen != alarmClock.calls.size())
+    // A start always gives a new id.
+    if (m_notedAlarm != alarmClock.runningId())
         m_alarmStarted = clock.now();
-    m_callsSeen = alarmClock.calls.size();
+    m_notedAlarm = alarmClock.runningId();
 }
 
 std::vector<Statement> CompressionHarness::takeStatementValues()

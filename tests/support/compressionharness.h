@@ -114,7 +114,7 @@ private:
 
     std::vector<Statement> m_delivered;
     quint64 m_alarmStarted = 0;
-    std::size_t m_callsSeen = 0;
+    qint32 m_notedAlarm = 0;
     void noteAlarmCalls();
 };
 
