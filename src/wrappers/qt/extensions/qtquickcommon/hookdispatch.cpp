@@ -1,0 +1,114 @@
+#include "wrappers/qt/extensions/qtquickcommon/hookdispatch_p.h"
+
+#include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
+#include "wrappers/qt/extensions/qtquickcommon/scriptvalues_p.h"
+#include "wrappers/qt/qmltypes.h"
+
+#include <QtCore/QMetaMethod>
+
+#include <algorithm>
+
+using namespace Vantle::QtWrapper;
+
+namespace VantleQtQuickHook {
+
+namespace {
+
+struct ScriptError
+{
+    QString message;
+    QString fileName;
+    int lineNumber = 0;
+};
+
+void log(const ScriptError &error)
+{
+    Vantle::QtQuickCommon::logWarning("QML JS error: %s (%s:%d)", error.message.toUtf8().constData(),
+                                      error.fileName.toUtf8().constData(), error.lineNumber);
+}
+
+// The properties of an Error are not enumerable, so that it is empty as a map.
+bool isScriptError(const QJSValue &value)
+{
+    const bool isPlainObject =
+        value.isObject() && !value.isArray() && !value.isCallable() && !value.isQObject() && !value.isVariant();
+    return value.isError() || (isPlainObject && value.hasOwnProperty(QStringLiteral("message")));
+}
+
+ScriptError scriptError(const QJSValue &value)
+{
+    return {scriptText(value.property(QStringLiteral("message"))),
+            scriptText(value.property(QStringLiteral("fileName"))),
+            QVariant(scriptText(value.property(QStringLiteral("lineNumber")))).toInt()};
+}
+
+ScriptError scriptError(const QVariantMap &map)
+{
+    return {map.value(QStringLiteral("message")).toString(), map.value(QStringLiteral("fileName")).toString(),
+            map.value(QStringLiteral("lineNumber")).toInt()};
+}
+
+bool isUnhandled(const QVariant &value)
+{
+    return value.typeId() == QMetaType::QString && value.toString() == VantleHook::unhandledValue;
+}
+
+} // namespace
+
+QVariant callHookFunction(QObject *hook, const char *name, const QVariant &first, const QVariant *second)
+{
+    const QByteArray signature = QByteArray(name) + (second ? "(QVariant,QVariant)" : "(QVariant)");
+    const int index = hook->metaObject()->indexOfMethod(signature.constData());
+    if (index == -1)
+        return {};
+
+    const StrayScriptErrors strayErrors(hook);
+    QVariant result;
+    const bool wasCalled =
+        hook->metaObject()->method(index).invoke(hook, Qt::AutoConnection, Q_RETURN_ARG(QVariant, result),
+                                                 Q_ARG(QVariant, first),
+                                                 second ? Q_ARG(QVariant, *second) : QGenericArgument());
+    if (!wasCalled || reportScriptError(result) || isUnhandled(result))
+        return {};
+    return result;
+}
+
+bool reportScriptError(const QVariant &value)
+{
+    if (value.metaType() == QMetaType::fromType<QJSValue>()) {
+        const auto script = value.value<QJSValue>();
+        if (!isScriptError(script))
+            return false;
+        log(scriptError(script));
+        return true;
+    }
+    if (value.typeId() != QMetaType::QVariantMap)
+        return false;
+    const QVariantMap map = value.toMap();
+    if (!map.contains(QStringLiteral("message")))
+        return false;
+    log(scriptError(map));
+    return true;
+}
+
+bool objectIsOfType(QObject *object, const QString &type)
+{
+    for (const QMetaObject *metaObject = object->metaObject(); metaObject; metaObject = metaObject->superClass()) {
+        if (QAnyStringView(cleanQmlClassName(metaObject)) == QAnyStringView(type))
+            return true;
+    }
+    return false;
+}
+
+bool itemMatchesAnyType(QQuickItem *item, const QList<QString> &types)
+{
+    return std::any_of(types.cbegin(), types.cend(),
+                       [item](const QString &type) { return objectIsOfType(item, type); });
+}
+
+bool acceptExtensionProperty(const QString &property)
+{
+    return !property.isEmpty() && property != QLatin1String("type") && property != QLatin1String("container");
+}
+
+} // namespace VantleQtQuickHook
