@@ -43,7 +43,10 @@ SignalWatcher::SignalWatcher(QObject *parent) : QObject(parent)
     sigemptyset(&action.sa_mask);
     for (size_t i = 0; i < watchedSignals.size(); ++i) {
         ::sigaction(watchedSignals.at(i), nullptr, &previousActions.at(i));
-        if (previousActions.at(i).sa_handler != SIG_IGN)
+        // `nohup` means it. A shell's script, though, starts all its background
+        // jobs with SIGINT ignored, and still sends it to end a recording.
+        const bool isIgnored = previousActions.at(i).sa_handler == SIG_IGN;
+        if (watchedSignals.at(i) != SIGHUP || !isIgnored)
             ::sigaction(watchedSignals.at(i), &action, nullptr);
     }
 }

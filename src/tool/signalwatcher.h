@@ -5,7 +5,7 @@
 namespace Vantle::Tool {
 
 /// Turns SIGINT, SIGTERM and SIGHUP of this process into a Qt signal, from
-/// construction to destruction. One object at a time. A signal that was ignored
+/// construction to destruction. One object at a time. A SIGHUP that was ignored
 /// before (`nohup`) stays ignored.
 class SignalWatcher : public QObject
 {

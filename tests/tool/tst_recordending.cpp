@@ -94,6 +94,37 @@ TEST_F(RecordEnding, ctrlCTakesThePendingStatementsAndEndsTheProgram)
     }
 }
 
+TEST_F(RecordEnding, aBackgroundJobOfAScriptCanBeStoppedTheSameWay)
+{
+    // Where SIGINT is ignored from the start.
+    QProcess shell;
+    shell.start(QStringLiteral("sh"),
+                QStringList({QStringLiteral("-c"), QStringLiteral("trap '' INT; exec \"$0\" \"$@\""),
+                             QStringLiteral(VANTLE_TOOL)})
+                    + recordFake({hello, click, action("pid", "pid"), wait}, toFile()));
+    ASSERT_GT(program(), 0);
+    ::kill(static_cast<pid_t>(shell.processId()), SIGINT);
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(shell.exitCode(), 0);
+    EXPECT_TRUE(script().endsWith(pendingLine + stoppedLine)) << qPrintable(script());
+}
+
+TEST_F(RecordEnding, nohupKeepsTheRecordingAlive)
+{
+    QProcess shell;
+    shell.start(QStringLiteral("sh"),
+                QStringList({QStringLiteral("-c"), QStringLiteral("trap '' HUP; exec \"$0\" \"$@\""),
+                             QStringLiteral(VANTLE_TOOL)})
+                    + recordFake({hello, action("pid", "pid"), action("until", "go"), click}, toFile()));
+    ASSERT_GT(program(), 0);
+    ::kill(static_cast<pid_t>(shell.processId()), SIGHUP);
+    QFile go(path("go"));
+    ASSERT_TRUE(go.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(shell.waitForFinished());
+    EXPECT_EQ(shell.exitCode(), 0);
+    EXPECT_TRUE(script().endsWith(clickLine + QStringLiteral("// The program ended with exit code 0.\n")));
+}
+
 TEST_F(RecordEnding, keepRunningLeavesTheProgramAlone)
 {
     ToolRun run(recordFake({hello, click, action("orphan", "orphan"), action("pid", "pid"), wait},

@@ -1,0 +1,64 @@
+# Completion of vantle(1) for bash.
+
+_vantle()
+{
+    local current=${COMP_WORDS[COMP_CWORD]}
+    local previous=${COMP_WORDS[COMP_CWORD - 1]}
+    COMPREPLY=()
+
+    if [[ $COMP_CWORD -eq 1 ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "record doctor --help --version" -- "$current")
+        return
+    fi
+
+    case ${COMP_WORDS[1]} in
+    record)
+        # What follows the program is the program's own.
+        local i
+        for ((i = 2; i < COMP_CWORD; i++)); do
+            case ${COMP_WORDS[i]} in
+            --)
+                if ((i + 1 == COMP_CWORD)); then
+                    mapfile -t COMPREPLY < <(compgen -c -- "$current")
+                else
+                    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+                fi
+                return
+                ;;
+            -o | --output | --without-coordinates | --start-timeout | --debug-compression)
+                ((i++))
+                ;;
+            -*) ;;
+            *)
+                mapfile -t COMPREPLY < <(compgen -f -- "$current")
+                return
+                ;;
+            esac
+        done
+        case $previous in
+        -o | --output)
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+            ;;
+        --debug-compression)
+            mapfile -t COMPREPLY < <(compgen -W "0 1 2" -- "$current")
+            return
+            ;;
+        --without-coordinates | --start-timeout)
+            return
+            ;;
+        esac
+        if [[ $current == -* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "-o --output --without-coordinates --keep-running \
+                --start-timeout --debug-compression -h --help --" -- "$current")
+        else
+            mapfile -t COMPREPLY < <(compgen -c -- "$current")
+        fi
+        ;;
+    doctor)
+        mapfile -t COMPREPLY < <(compgen -W "-h --help" -- "$current")
+        ;;
+    esac
+}
+
+complete -o filenames -F _vantle vantle
