@@ -1,6 +1,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 
 #include "hook/delegates.h"
+#include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QPoint>
@@ -19,11 +20,11 @@ bool isFuzzilyZero(qreal value)
     return qFuzzyCompare(value + 1.0, 1.0);
 }
 
-/// Whether an extension declares \p item to be of no interest. Nothing loads
-/// extensions, so none does.
-bool isIgnoredByExtensions(QQuickItem *)
+/// Whether an extension declares \p item to be of no interest.
+bool isIgnoredByExtensions(QQuickItem *item)
 {
-    return false;
+    bool ignored = false;
+    return VantleQtQuickHook::isIgnored(item, &ignored) && ignored;
 }
 
 } // namespace
