@@ -1,9 +1,41 @@
 #include "wrappers/qt/readiness.h"
 
+#include "hook/delegates.h"
+#include "hook/inspector.h"
+
 #include <QtGui/QWindow>
 #include <QtGui/private/qguiapplication_p.h>
 
 namespace Vantle::QtWrapper {
+
+namespace {
+
+QString describeTarget(const SharedPtr<Object> &object, int x, int y)
+{
+    const QString name = object->scriptName();
+    const QString target = name.isEmpty() ? QStringLiteral("an object of type %1").arg(object->className()) : name;
+    return x < 0 && y < 0 ? target : QStringLiteral("%1 at (%2, %3)")
+                                       .arg(target, QString::number(x), QString::number(y));
+}
+
+/// Why \p operation can't be done, as a sentence for the script; empty when it can.
+QString refusal(const SharedPtr<Object> &object, int x, int y, const QString &operation,
+                const InteractionDelegate *delegate)
+{
+    if (!object)
+        return QStringLiteral("Cannot %1: no object was given").arg(operation);
+    if (object->isNull())
+        return QStringLiteral("Cannot %1: the object of type %2 does not exist any more")
+            .arg(operation, object->className());
+    if (!delegate)
+        return QStringLiteral("Cannot %1: nobody can act on an object of type %2").arg(operation, object->className());
+    const QString reason = delegate->notReadyReason(object);
+    return reason.isEmpty()
+        ? QString()
+        : QStringLiteral("Cannot %1 on %2: %3").arg(operation, describeTarget(object, x, y), reason);
+}
+
+} // namespace
 
 QString windowNotReadyReason(QWindow *window)
 {
@@ -19,6 +51,20 @@ QString windowNotReadyReason(QWindow *window)
         return QStringLiteral("the window is blocked by the modal window \"%1\"")
             .arg(blocking ? blocking->title() : QString());
     return {};
+}
+
+bool ensureValidVisibleAndReady(const SharedPtr<Object> &object, int x, int y, const QString &operation,
+                                const InteractionDelegate **delegate)
+{
+    const InteractionDelegate *const found =
+        object ? DelegateFactory::self()->interactionDelegate(object->objectClass()) : nullptr;
+    if (const QString message = refusal(object, x, y, operation, found); !message.isEmpty()) {
+        Inspector::self()->raiseError(message);
+        return false;
+    }
+    if (delegate)
+        *delegate = found;
+    return true;
 }
 
 } // namespace Vantle::QtWrapper
