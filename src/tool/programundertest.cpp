@@ -142,11 +142,12 @@ void ProgramUnderTest::release()
 {
     if (m_process->state() == QProcess::NotRunning)
         return;
-    // A process object kills its process when it goes; this one has to stay.
-    static QList<QProcess *> released;
+    // A process object kills its process when it goes; this one has to stay,
+    // to the very end of ours.
+    static auto *const released = new QList<QProcess *>;
     m_process->disconnect(this);
     m_process->setParent(nullptr);
-    released.append(m_process);
+    released->append(m_process);
     m_process = new QProcess(this);
 }
 

@@ -1,62 +1,17 @@
-#include "protocol/connection.h"
-
-#include "support/waiting.h"
+#include "connectionends.h"
 
 #include <gtest/gtest.h>
 
 #include <QtCore/QEventLoop>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QStringList>
-#include <QtCore/QTemporaryDir>
 #include <QtCore/QTimer>
-#include <QtNetwork/QLocalServer>
-#include <QtNetwork/QLocalSocket>
 
 using namespace Vantle::Protocol;
-using VantleTest::waitUntil;
+using namespace VantleTest;
 
 namespace {
 
 const QString echo = QStringLiteral("echo");
-
-/// Two connected sockets.
-struct SocketPair
-{
-    SocketPair()
-    {
-        server.listen(directory.filePath(QStringLiteral("s")));
-        near = new QLocalSocket;
-        near->connectToServer(server.fullServerName());
-        EXPECT_TRUE(server.waitForNewConnection(5000));
-        far = server.nextPendingConnection();
-        far->setParent(nullptr);
-        EXPECT_TRUE(waitUntil([this] { return near->state() == QLocalSocket::ConnectedState; }));
-    }
-
-    QTemporaryDir directory;
-    QLocalServer server;
-    QLocalSocket *near = nullptr;
-    QLocalSocket *far = nullptr;
-};
-
-/// A connection, and what it says about its own state.
-struct Watched
-{
-    explicit Watched(QIODevice *device) : connection(new Connection(device))
-    {
-        QObject::connect(connection, &Connection::disconnected, connection, [this] { events << QStringLiteral("end"); });
-        QObject::connect(connection, &Connection::protocolError, connection,
-                         [this](const QString &text) { events << QStringLiteral("error"); lastText = text; });
-        QObject::connect(connection, &Connection::messageRefused, connection,
-                         [this](const QString &text) { events << QStringLiteral("refused"); lastText = text; });
-    }
-    ~Watched() { delete connection; }
-    Q_DISABLE_COPY_MOVE(Watched)
-
-    QPointer<Connection> connection;
-    QStringList events;
-    QString lastText;
-};
 
 /// Both ends are connections.
 class ConnectionTest : public testing::Test
@@ -65,38 +20,6 @@ protected:
     SocketPair sockets;
     Watched near{sockets.near};
     Watched far{sockets.far};
-};
-
-/// The far end is raw bytes, for a peer that breaks the rules.
-class RawPeerTest : public testing::Test
-{
-protected:
-    ~RawPeerTest() override { delete raw; }
-
-    void write(const QByteArray &bytes)
-    {
-        raw->write(bytes);
-        raw->flush();
-    }
-
-    QJsonObject nextMessage()
-    {
-        EXPECT_TRUE(waitUntil([this] { return raw->canReadLine(); }));
-        return QJsonDocument::fromJson(raw->readLine()).object();
-    }
-
-    int nextErrorCode()
-    {
-        const QJsonObject message = nextMessage();
-        EXPECT_EQ(message.value(QStringLiteral("jsonrpc")).toString(), QStringLiteral("2.0"));
-        lastId = message.value(QStringLiteral("id"));
-        return message.value(QStringLiteral("error")).toObject().value(QStringLiteral("code")).toInt();
-    }
-
-    SocketPair sockets;
-    QLocalSocket *raw = sockets.far;
-    Watched near{sockets.near};
-    QJsonValue lastId;
 };
 
 void answerWithParams(const QJsonObject &params, const Responder &responder)
@@ -109,7 +32,8 @@ TEST_F(ConnectionTest, aRequestGetsItsResult)
     far.connection->onRequest(echo, answerWithParams);
     Reply reply;
     bool called = false;
-    near.connection->sendRequest(echo, {{QStringLiteral("text"), QStringLiteral("zwölf\n\u2028")}}, [&](const Reply &r) {
+    near.connection->sendRequest(echo, {{QStringLiteral("text"), QStringLiteral("zwölf\n\u2028")}},
+                                 [&](const Reply &r) {
         reply = r;
         called = true;
     });
@@ -135,13 +59,13 @@ TEST_F(ConnectionTest, answersMayComeLaterAndInAnyOrder)
     QList<Responder> held;
     far.connection->onRequest(echo, [&](const QJsonObject &, const Responder &responder) { held.append(responder); });
     QStringList order;
-    near.connection->sendRequest(echo, {}, [&](const Reply &r) { order << QStringLiteral("first:") + r.result.toString(); });
-    near.connection->sendRequest(echo, {}, [&](const Reply &r) { order << QStringLiteral("second:") + r.result.toString(); });
+    near.connection->sendRequest(echo, {}, [&](const Reply &r) { order << QLatin1Char('1') + r.result.toString(); });
+    near.connection->sendRequest(echo, {}, [&](const Reply &r) { order << QLatin1Char('2') + r.result.toString(); });
     ASSERT_TRUE(waitUntil([&] { return held.size() == 2; }));
     held.at(1).respond(QStringLiteral("b"));
     held.at(0).respond(QStringLiteral("a"));
     ASSERT_TRUE(waitUntil([&] { return order.size() == 2; }));
-    EXPECT_EQ(order, QStringList({QStringLiteral("second:b"), QStringLiteral("first:a")}));
+    EXPECT_EQ(order, QStringList({QStringLiteral("2b"), QStringLiteral("1a")}));
 }
 
 TEST_F(ConnectionTest, onlyTheFirstAnswerCounts)
@@ -391,189 +315,6 @@ TEST_F(ConnectionTest, aMessageOfSeveralMegabytesArrivesWhole)
     near.connection->notify(echo, {{QStringLiteral("t"), sent}});
     ASSERT_TRUE(waitUntil([&] { return !text.isEmpty(); }));
     EXPECT_TRUE(text == sent);
-}
-
-TEST_F(RawPeerTest, aRequestIsOneLineOfJsonRpc)
-{
-    near.connection->sendRequest(echo, {{QStringLiteral("a"), QStringLiteral("1\n2")}}, nullptr);
-    const QJsonObject message = nextMessage();
-    EXPECT_EQ(message.value(QStringLiteral("jsonrpc")).toString(), QStringLiteral("2.0"));
-    EXPECT_EQ(message.value(QStringLiteral("method")).toString(), echo);
-    EXPECT_TRUE(message.value(QStringLiteral("id")).isDouble());
-    EXPECT_EQ(message.value(QStringLiteral("params")).toObject().value(QStringLiteral("a")).toString(),
-              QStringLiteral("1\n2"));
-    EXPECT_EQ(raw->bytesAvailable(), 0);
-}
-
-TEST_F(RawPeerTest, stringIdsAndNullIdsComeBackAsTheyWere)
-{
-    near.connection->onRequest(echo, answerWithParams);
-    write("{\"jsonrpc\":\"2.0\",\"id\":\"x-1\",\"method\":\"echo\"}\r\n"
-          "{\"jsonrpc\":\"2.0\",\"id\":null,\"method\":\"echo\",\"params\":{}}\n");
-    const QJsonObject first = nextMessage();
-    EXPECT_EQ(first.value(QStringLiteral("id")), QJsonValue(QStringLiteral("x-1")));
-    EXPECT_TRUE(first.value(QStringLiteral("result")).isObject());
-    const QJsonObject second = nextMessage();
-    EXPECT_TRUE(second.value(QStringLiteral("id")).isNull());
-    EXPECT_TRUE(second.contains(QStringLiteral("result")));
-}
-
-TEST_F(RawPeerTest, badMessagesGetTheirErrorCodeAndTheConnectionGoesOn)
-{
-    struct Case
-    {
-        QByteArray line;
-        int code;
-        QJsonValue id;
-    };
-    const QJsonValue null(QJsonValue::Null);
-    const Case cases[] = {
-        {"garbage", ParseError, null},
-        {"{\"jsonrpc\":\"2.0\",", ParseError, null},
-        {"{\"a\":\"\xff\xfe\"}", ParseError, null},
-        {QByteArray(5000, '['), ParseError, null},
-        {QByteArray("\0\0\0", 3), ParseError, null},
-        {"[]", InvalidRequest, null},
-        {"[{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"echo\"}]", InvalidRequest, null},
-        {"{}", InvalidRequest, null},
-        {"{\"jsonrpc\":\"2.0\",\"id\":5}", InvalidRequest, 5},
-        {"{\"id\":6,\"method\":\"echo\"}", InvalidRequest, 6},
-        {"{\"jsonrpc\":\"1.0\",\"id\":7,\"method\":\"echo\"}", InvalidRequest, 7},
-        {"{\"jsonrpc\":2,\"id\":8,\"method\":\"echo\"}", InvalidRequest, 8},
-        {"{\"jsonrpc\":\"2.0\",\"id\":9,\"method\":1}", InvalidRequest, 9},
-        {"{\"jsonrpc\":\"2.0\",\"id\":{},\"method\":\"echo\"}", InvalidRequest, null},
-        {"{\"jsonrpc\":\"2.0\",\"id\":10,\"method\":\"echo\",\"params\":[1]}", InvalidParams, 10},
-        {"{\"jsonrpc\":\"2.0\",\"id\":11,\"method\":\"echo\",\"params\":null}", InvalidParams, 11},
-        {"{\"jsonrpc\":\"2.0\",\"id\":12,\"method\":\"other\"}", MethodNotFound, 12},
-    };
-    near.connection->onRequest(echo, [](const QJsonObject &, const Responder &) { ADD_FAILURE(); });
-    for (const Case &c : cases) {
-        write(c.line + '\n');
-        EXPECT_EQ(nextErrorCode(), c.code) << c.line.constData();
-        EXPECT_EQ(lastId, c.id) << c.line.constData();
-    }
-    EXPECT_TRUE(near.connection->isOpen());
-    EXPECT_EQ(near.events.size(), qsizetype(std::size(cases)));
-}
-
-TEST_F(RawPeerTest, answersAreNeverAnswered)
-{
-    near.connection->onRequest(echo, answerWithParams);
-    write("{\"jsonrpc\":\"2.0\",\"id\":99,\"result\":{}}\n"
-          "{\"jsonrpc\":\"2.0\",\"id\":null,\"error\":{\"code\":-32700,\"message\":\"broken\"}}\n"
-          "{\"jsonrpc\":\"2.0\",\"id\":1.5,\"result\":{}}\n"
-          "{\"error\":[]}\n"
-          "\n   \n"
-          "{\"jsonrpc\":\"2.0\",\"method\":\"unknown notification\"}\n"
-          "{\"jsonrpc\":\"2.0\",\"method\":\"echo\",\"params\":[]}\n"
-          "{\"jsonrpc\":\"2.0\",\"id\":\"mark\",\"method\":\"echo\"}\n");
-    EXPECT_EQ(nextMessage().value(QStringLiteral("id")), QJsonValue(QStringLiteral("mark")));
-    EXPECT_EQ(near.events.size(), 6);
-}
-
-TEST_F(RawPeerTest, anErrorWithoutItsFieldsIsStillAnError)
-{
-    QList<Reply> replies;
-    for (int i = 0; i < 3; ++i)
-        near.connection->sendRequest(echo, {}, [&](const Reply &reply) { replies.append(reply); });
-    QList<QByteArray> ids;
-    for (int i = 0; i < 3; ++i)
-        ids.append(QByteArray::number(nextMessage().value(QStringLiteral("id")).toInteger()));
-    write("{\"jsonrpc\":\"2.0\",\"id\":" + ids.at(0) + ",\"error\":\"no object\"}\n");
-    write("{\"jsonrpc\":\"2.0\",\"id\":" + ids.at(1) + ",\"error\":{\"code\":\"x\",\"message\":3}}\n");
-    write("{\"jsonrpc\":\"2.0\",\"id\":" + ids.at(2) + ",\"error\":null,\"result\":1}\n");
-    ASSERT_TRUE(waitUntil([&] { return replies.size() == 3; }));
-    for (const Reply &reply : replies) {
-        ASSERT_TRUE(reply.isError());
-        EXPECT_EQ(reply.error->code, InternalError);
-        EXPECT_FALSE(reply.error->message.isEmpty());
-    }
-}
-
-TEST_F(RawPeerTest, aMessageMayComeByteByByte)
-{
-    int seen = 0;
-    near.connection->onNotification(echo, [&](const QJsonObject &) { ++seen; });
-    const QByteArray line = "{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}\n";
-    for (const char byte : line) {
-        EXPECT_EQ(seen, 0);
-        write(QByteArray(1, byte));
-        QCoreApplication::processEvents();
-    }
-    EXPECT_TRUE(waitUntil([&] { return seen == 1; }));
-}
-
-TEST_F(RawPeerTest, halfAMessageAtTheEndIsReportedAndNotHandled)
-{
-    int seen = 0;
-    near.connection->onNotification(echo, [&](const QJsonObject &) { ++seen; });
-    write("{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}\n{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}");
-    raw->disconnectFromServer();
-    ASSERT_TRUE(waitUntil([&] { return near.events.contains(QStringLiteral("end")); }));
-    EXPECT_EQ(seen, 1);
-    EXPECT_EQ(near.events, QStringList({QStringLiteral("refused"), QStringLiteral("end")}));
-}
-
-TEST_F(RawPeerTest, anEndlessLineEndsTheConnectionAtTheLimit)
-{
-    near.connection->setMessageLimit(1000);
-    write(QByteArray(2000, 'x'));
-    ASSERT_TRUE(waitUntil([&] { return near.events.contains(QStringLiteral("end")); }));
-    EXPECT_EQ(near.events, QStringList({QStringLiteral("error"), QStringLiteral("end")}));
-    EXPECT_FALSE(near.connection->isOpen());
-    EXPECT_TRUE(waitUntil([&] { return raw->state() == QLocalSocket::UnconnectedState; }));
-}
-
-TEST_F(RawPeerTest, anErrorSentJustBeforeClosingArrives)
-{
-    near.connection->onRequest(echo, [&](const QJsonObject &, const Responder &responder) {
-        responder.fail(Refused, QStringLiteral("go away"));
-        near.connection->close();
-    });
-    write("{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"echo\"}\n");
-    EXPECT_EQ(nextErrorCode(), Refused);
-    EXPECT_TRUE(waitUntil([&] { return raw->state() == QLocalSocket::UnconnectedState; }));
-}
-
-TEST_F(RawPeerTest, aClosedConnectionHandlesNothingMore)
-{
-    int seen = 0;
-    near.connection->onNotification(echo, [&](const QJsonObject &) {
-        ++seen;
-        near.connection->close();
-    });
-    write("{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}\n{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}\n");
-    ASSERT_TRUE(waitUntil([&] { return near.events.contains(QStringLiteral("end")); }));
-    near.connection->close();
-    EXPECT_EQ(seen, 1);
-    EXPECT_EQ(near.events, QStringList(QStringLiteral("end")));
-}
-
-TEST_F(RawPeerTest, waitingForTheSystemToTakeWhatWasSentHasALimit)
-{
-    near.connection->notify(echo, {});
-    EXPECT_TRUE(near.connection->waitForSent(std::chrono::seconds(5)));
-    // More than the system holds for a reader that does not read.
-    for (int i = 0; i < 5000; ++i)
-        near.connection->notify(echo, {{QStringLiteral("t"), QString(1000, QLatin1Char('x'))}});
-    EXPECT_FALSE(near.connection->waitForSent(std::chrono::milliseconds(1)));
-    near.connection->close();
-    EXPECT_FALSE(near.connection->waitForSent(std::chrono::seconds(5)));
-}
-
-TEST_F(RawPeerTest, closingAfterInputHandlesWhatHasArrived)
-{
-    int seen = 0;
-    near.connection->onNotification(echo, [&](const QJsonObject &) { ++seen; });
-    for (int i = 0; i < 200; ++i)
-        write("{\"jsonrpc\":\"2.0\",\"method\":\"echo\"}\n");
-    near.connection->closeAfterInput();
-    EXPECT_FALSE(near.connection->isOpen());
-    near.connection->closeAfterInput();
-    ASSERT_TRUE(waitUntil([&] { return near.events.contains(QStringLiteral("end")); }));
-    EXPECT_EQ(seen, 200);
-    EXPECT_EQ(near.events, QStringList(QStringLiteral("end")));
-    EXPECT_TRUE(waitUntil([&] { return raw->state() == QLocalSocket::UnconnectedState; }));
 }
 
 TEST(Connection, takesWhatWasThereBeforeIt)

@@ -75,10 +75,11 @@ TEST(BashCompletion, offersValuesWhereTheyAreKnown)
 
 TEST(BashCompletion, leavesTheProgramsOwnArgumentsAlone)
 {
-    const QStringList offered =
-        offeredByBash({QStringLiteral("record"), QStringLiteral("--"), QStringLiteral("program"), QStringLiteral("--keep")});
+    const QString record = QStringLiteral("record");
+    const QString begun = QStringLiteral("--keep");
+    const QStringList offered = offeredByBash({record, QStringLiteral("--"), QStringLiteral("program"), begun});
     EXPECT_TRUE(offered.isEmpty()) << qPrintable(offered.join(QLatin1Char(' ')));
-    EXPECT_TRUE(offeredByBash({QStringLiteral("record"), QStringLiteral("-o"), QStringLiteral("f"), QStringLiteral("--keep")})
+    EXPECT_TRUE(offeredByBash({record, QStringLiteral("-o"), QStringLiteral("f"), begun})
                 == QStringList(QStringLiteral("--keep-running")));
 }
 
@@ -94,7 +95,8 @@ TEST(ZshCompletion, knowsEveryCommandAndOption)
     EXPECT_TRUE(script.startsWith(QStringLiteral("#compdef vantle\n")));
     for (const Command &command : commands()) {
         EXPECT_TRUE(script.contains(QStringLiteral("%1\\:").arg(command.name))) << qPrintable(command.name);
-        const QString block = script.section(QStringLiteral("\n    %1)\n").arg(command.name), 1).section(QStringLiteral(";;"), 0, 0);
+        const QString begin = QStringLiteral("\n    %1)\n").arg(command.name);
+        const QString block = script.section(begin, 1).section(QStringLiteral(";;"), 0, 0);
         for (const QString &option : allOptions(command))
             EXPECT_TRUE(block.contains(option)) << qPrintable(option);
         EXPECT_EQ(block.contains(QStringLiteral("1:program:")), command.takesProgram);

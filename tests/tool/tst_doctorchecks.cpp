@@ -15,7 +15,8 @@ namespace {
 class Variable
 {
 public:
-    Variable(const char *name, const QByteArray &value) : m_name(name), m_before(qgetenv(name)), m_was(qEnvironmentVariableIsSet(name))
+    Variable(const char *name, const QByteArray &value)
+        : m_name(name), m_before(qgetenv(name)), m_was(qEnvironmentVariableIsSet(name))
     {
         qputenv(name, value);
     }
