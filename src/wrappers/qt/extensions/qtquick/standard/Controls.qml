@@ -36,9 +36,9 @@ VantleHook {
     }
 
     // A mouse area without buttons watches the pointer or sets its shape; a
-    // press goes through it.
+    // press goes through it, as through one that is switched off.
     function letsPressesThrough(item) {
-        return isQmlType(item, "QQuickMouseArea") && item.acceptedButtons === Qt.NoButton;
+        return isQmlType(item, "QQuickMouseArea") && (!item.enabled || item.acceptedButtons === Qt.NoButton);
     }
 
     // The text of a combo box or spin box that can't be edited is a label.
