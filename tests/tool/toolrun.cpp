@@ -18,6 +18,7 @@ constexpr std::chrono::seconds limit(30);
 ToolRun::ToolRun(const QStringList &arguments, const QMap<QString, QString> &environment, const QByteArray &input)
 {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
+    variables.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDirectory.path());
     for (auto it = environment.cbegin(); it != environment.cend(); ++it)
         variables.insert(it.key(), it.value());
     m_process.setProcessEnvironment(variables);
@@ -28,7 +29,14 @@ ToolRun::ToolRun(const QStringList &arguments, const QMap<QString, QString> &env
 
 ToolRun::~ToolRun()
 {
-    m_process.kill();
+    // The second request ends the program as well, and at once; a killed tool
+    // would leave it running.
+    if (isRunning()) {
+        sendSignal(SIGTERM);
+        sendSignal(SIGTERM);
+    }
+    if (!m_process.waitForFinished(5000))
+        m_process.kill();
     m_process.waitForFinished();
 }
 

@@ -34,6 +34,8 @@ public:
 private:
     void collect();
 
+    // A tool that a test kills can't remove its socket; this directory can.
+    QTemporaryDir m_runtimeDirectory;
     QProcess m_process;
     QByteArray m_output;
     QByteArray m_errors;
