@@ -3,6 +3,8 @@
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/tracing.h"
 
+#include <QtQuick/private/qquickflickable_p.h>
+
 #include <functional>
 
 namespace Vantle::QtWrapper {

@@ -5,7 +5,8 @@
 #include <QtCore/QPointF>
 #include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
-#include <QtQuick/private/qquickflickable_p.h>
+
+class QQuickFlickable;
 
 namespace Vantle::QtWrapper {
 

@@ -3,6 +3,10 @@
 #include "hook/logger.h"
 #include "wrappers/qt/extensions/qtquickcommon/flickmonitor.h"
 
+#include <QtQuick/private/qquickflickable_p.h>
+
+#include <QtQuick/private/qquickflickable_p.h>
+
 #include <functional>
 #include <string>
 #include <vector>
