@@ -15,6 +15,9 @@ namespace {
 // at once never will be.
 constexpr int ConnectTimeout = 1000;
 
+// How long the program's end may be held up by a tool that doesn't read.
+constexpr std::chrono::seconds FarewellTimeout(1);
+
 } // namespace
 
 Agent::Agent(const Invitation &invitation)
@@ -41,13 +44,19 @@ void Agent::connectToTool()
     connect(m_connection.get(), &Protocol::Connection::disconnected, this, &Agent::stopRecording);
     // What the user did last would be lost if it were kept back until a
     // double click is ruled out.
-    connect(qApp, &QCoreApplication::aboutToQuit, this, &Agent::stopRecording);
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
+        stopRecording();
+        m_connection->waitForSent(FarewellTimeout);
+    });
 
     m_connection->onRequest(Protocol::Method::ping, [](const QJsonObject &, const Protocol::Responder &responder) {
         responder.respond();
     });
     m_connection->onRequest(Protocol::Method::stopRecording,
                             [this](const QJsonObject &, const Protocol::Responder &responder) {
+                                // What the user did before asking may still be on its way from
+                                // the window system.
+                                QGuiApplication::sync();
                                 stopRecording();
                                 responder.respond();
                             });

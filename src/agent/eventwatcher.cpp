@@ -4,10 +4,13 @@
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qtquickflickeventgenerator.h"
+#include "wrappers/qt/objectnamecache.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/private/qwindow_p.h>
+
+#include <optional>
 
 namespace Vantle::Agent {
 
@@ -25,6 +28,21 @@ bool concernsUs(QObject *receiver, QEvent *event)
     if (event->type() == QEvent::InputMethod)
         return receiver == QGuiApplication::focusObject();
     return event->spontaneous() && receiver->isWindowType() && !isClosedByProgram(receiver, event);
+}
+
+// Statements take their names from the event that begins a pattern, which a
+// move never does: for moves, which come by the hundred, no name is verified.
+bool isMove(const QEvent &event)
+{
+    return event.type() == QEvent::MouseMove || event.type() == QEvent::TouchUpdate;
+}
+
+bool translate(QObject *receiver, QEvent *event, QtWrapper::SyntheticEvent *record)
+{
+    std::optional<QtWrapper::UnverifiedNames> unverified;
+    if (isMove(*event))
+        unverified.emplace();
+    return QtWrapper::qtEventToSyntheticEvent(receiver, event, record);
 }
 
 } // namespace
@@ -53,7 +71,7 @@ void EventWatcher::stop()
         qApp->removeEventFilter(this);
     // Before the flush, so that nothing new comes in behind it.
     m_flickGenerator.reset();
-    m_recorder->flushEventQueue();
+    flush();
     m_recorder = nullptr;
     m_modifiers.reset();
 }
@@ -72,10 +90,8 @@ void EventWatcher::correctModifiers(QObject *receiver, const QInputEvent &event)
 {
     if (!m_modifiers.isContradictedBy(event))
         return;
-    // The release of the modifier has ended every pattern but a run of typed
-    // text, and that is ended by the pointer event itself: the flush loses nothing.
     const QList<Qt::Key> stillHeld = m_modifiers.keysHeldIn(event);
-    m_recorder->flushEventQueue();
+    flush();
     m_modifiers.reset();
     for (Qt::Key key : stillHeld) {
         QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
@@ -83,10 +99,20 @@ void EventWatcher::correctModifiers(QObject *receiver, const QInputEvent &event)
     }
 }
 
+void EventWatcher::flush()
+{
+    // A flush gives the queue one statement. An event that belongs to no pattern
+    // ends whatever is waiting for more, and gives it all that it holds.
+    QtWrapper::SyntheticEvent end;
+    end.objectClass = nullptr;
+    m_recorder->eatEvent(end);
+    m_recorder->flushEventQueue();
+}
+
 void EventWatcher::record(QObject *receiver, QEvent *event)
 {
     QtWrapper::SyntheticEvent record;
-    if (!QtWrapper::qtEventToSyntheticEvent(receiver, event, &record))
+    if (!translate(receiver, event, &record))
         return;
     m_modifiers.noteRecord(record);
     // The flickables have to be watched before the press gets to them.

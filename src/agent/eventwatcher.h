@@ -43,6 +43,7 @@ public:
 
 private:
     void correctModifiers(QObject *receiver, const QInputEvent &event);
+    void flush();
     void record(QObject *receiver, QEvent *event);
 
     SharedPtr<QtWrapper::QtEventRecorder> m_recorder;

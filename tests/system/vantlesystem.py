@@ -161,12 +161,3 @@ def find_program(name):
             return str(candidate)
     raise AssertionError(f"{name} is not installed; scripts/setup installs it")
 
-
-def match_all(statements, patterns):
-    """None where each statement fits its pattern, otherwise what doesn't."""
-    if len(statements) != len(patterns):
-        return f"{len(statements)} statements instead of {len(patterns)}"
-    for statement, pattern in zip(statements, patterns):
-        if not re.fullmatch(pattern, statement):
-            return f"{statement!r} does not match {pattern!r}"
-    return None
