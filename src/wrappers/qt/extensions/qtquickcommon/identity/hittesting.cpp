@@ -5,6 +5,7 @@
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QPoint>
+#include <QtCore/QPointer>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
 #include <QtQuick/QQuickWindow>
@@ -20,11 +21,92 @@ bool isFuzzilyZero(qreal value)
     return qFuzzyCompare(value + 1.0, 1.0);
 }
 
-/// Whether an extension declares \p item to be of no interest.
+/// Whether an extension declares \p item to be of no interest. Runs script of
+/// the extensions, and any item may be gone afterwards.
 bool isIgnoredByExtensions(QQuickItem *item)
 {
-    bool ignored = false;
-    return VantleQtQuickHook::isIgnored(item, &ignored) && ignored;
+    bool isIgnored = false;
+    return VantleQtQuickHook::isIgnored(item, &isIgnored) && isIgnored;
+}
+
+/// One walk down from an item to the one under a point.
+class HitTest
+{
+public:
+    explicit HitTest(QQuickItem *root) : m_root(root) {}
+
+    QQuickItem *itemAt(const QPointF &point) { return itemAt(m_root, point, nullptr); }
+
+private:
+    /// An item on the way down, in the place where the walk met it.
+    struct Level
+    {
+        QQuickItem *item;
+        Level *outer;
+        QList<QQuickItem *> children;
+        bool isGone = false;
+    };
+
+    QQuickItem *itemAt(QQuickItem *item, const QPointF &point, Level *outer);
+    QQuickItem *childAt(Level &level, const QPointF &point);
+    bool isIgnored(Level &level);
+    bool isStillThere(Level &level) const;
+
+    static bool isChild(const Level &level, QQuickItem *item)
+    {
+        // The lists share their data until the item's children change.
+        const QList<QQuickItem *> children = level.item->childItems();
+        return children == level.children || children.contains(item);
+    }
+
+    QPointer<QQuickItem> m_root;
+};
+
+QQuickItem *HitTest::itemAt(QQuickItem *item, const QPointF &point, Level *outer)
+{
+    const bool inside = item->contains(point);
+    if (!inside && item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
+        return nullptr;
+    if (isFuzzilyZero(item->opacity()))
+        return nullptr;
+
+    // Also when the point is outside: children that aren't clipped may reach
+    // beyond their parent.
+    Level level{item, outer, item->childItems()};
+    if (QQuickItem *const hit = childAt(level, point))
+        return hit;
+    return inside && !level.isGone && !isIgnored(level) ? item : nullptr;
+}
+
+QQuickItem *HitTest::childAt(Level &level, const QPointF &point)
+{
+    const QList<QQuickItem *> stacked = zOrderedChildItems(level.item);
+    for (auto it = stacked.crbegin(); it != stacked.crend(); ++it) {
+        QQuickItem *const child = *it;
+        if (!isChild(level, child) || !child->isVisible())
+            continue;
+        if (QQuickItem *const hit = itemAt(child, child->mapFromItem(level.item, point), &level))
+            return hit;
+        if (level.isGone)
+            return nullptr;
+    }
+    return nullptr;
+}
+
+/// Asks about the item of \p level, and finds out what is left of the way to it.
+bool HitTest::isIgnored(Level &level)
+{
+    const bool isIgnored = isIgnoredByExtensions(level.item);
+    return !isStillThere(level) || isIgnored;
+}
+
+bool HitTest::isStillThere(Level &level) const
+{
+    // From the root on: what hangs on an item that is gone must not be touched.
+    const bool isThere = level.outer ? isStillThere(*level.outer) && isChild(*level.outer, level.item)
+                                     : !m_root.isNull();
+    level.isGone = !isThere;
+    return isThere;
 }
 
 } // namespace
@@ -43,34 +125,19 @@ QList<QQuickItem *> zOrderedChildItems(const QQuickItem *item)
 
 QQuickItem *recursiveQuickItemAt(QQuickItem *item, const QPointF &point)
 {
-    const bool inside = item->contains(point);
-    if (!inside && item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
-        return nullptr;
-    if (isFuzzilyZero(item->opacity()))
-        return nullptr;
-
-    // Also when the point is outside: children that aren't clipped may reach
-    // beyond their parent.
-    const QList<QQuickItem *> children = zOrderedChildItems(item);
-    for (auto it = children.crbegin(); it != children.crend(); ++it) {
-        QQuickItem *child = *it;
-        if (!child->isVisible())
-            continue;
-        if (QQuickItem *hit = recursiveQuickItemAt(child, child->mapFromItem(item, point)))
-            return hit;
-    }
-
-    if (!inside || isIgnoredByExtensions(item))
-        return nullptr;
-    return item;
+    return HitTest(item).itemAt(point);
 }
 
 QQuickItem *firstNonIgnoredFocusItem(QQuickWindow *window)
 {
-    const QQuickItem *contentItem = window->contentItem();
-    for (QQuickItem *item = window->activeFocusItem(); item && item != contentItem; item = item->parentItem()) {
-        if (item->hasActiveFocus() && !isIgnoredByExtensions(item))
+    const QQuickItem *const contentItem = window->contentItem();
+    QPointer<QQuickItem> item = window->activeFocusItem();
+    while (item && item != contentItem) {
+        // The question may destroy the item and what is above it.
+        const QPointer<QQuickItem> parent = item->parentItem();
+        if (item->hasActiveFocus() && !isIgnoredByExtensions(item) && item)
             return item;
+        item = item ? item->parentItem() : parent.data();
     }
     return nullptr;
 }

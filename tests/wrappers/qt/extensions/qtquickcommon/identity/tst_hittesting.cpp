@@ -1,5 +1,6 @@
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 
+#include "support/compressionharness.h"
 #include "support/waiting.h"
 
 #include <gmock/gmock.h>
@@ -58,6 +59,7 @@ protected:
 
     QQuickItem *at(qreal x, qreal y) { return recursiveQuickItemAt(&root, QPointF(x, y)); }
 
+    VantleTest::TestLogger logger;
     QQuickItem root;
 };
 

@@ -1,6 +1,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 
 #include "hook/delegates.h"
+#include "support/compressionharness.h"
 #include "support/waiting.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/wrapping.h"
@@ -59,6 +60,7 @@ protected:
         return item;
     }
 
+    VantleTest::TestLogger logger;
     Application application;
     QQuickWindow window;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/compressionharness.h"
 #include "support/waiting.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
@@ -77,6 +78,7 @@ protected:
 
     void giveFocusTo(QQuickItem *focusItem);
 
+    TestLogger logger;
     Vantle::QtWrapper::Application application;
     std::unique_ptr<QQuickWindow> window = std::make_unique<QQuickWindow>();
     QQuickItem *item;

@@ -82,6 +82,7 @@ protected:
 
     SyntheticEvent result = VantleTest::markedRecord();
     const int unwritten = result.x;
+    VantleTest::TestLogger logger;
     Application application;
     Node outer;
     Node inner;

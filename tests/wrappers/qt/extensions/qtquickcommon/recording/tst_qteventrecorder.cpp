@@ -2,6 +2,7 @@
 
 #include "hook/class.h"
 #include "hook/method.h"
+#include "support/compressionharness.h"
 #include "support/waiting.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/bynamefunctions.h"
@@ -77,6 +78,7 @@ protected:
         recorder->eatEvent(mouse(SyntheticEvent::Release));
     }
 
+    VantleTest::TestLogger logger;
     std::unique_ptr<Application> application;
     QObject thing;
     SharedPtr<Object> object = wrapAndRegisterQObject(&thing);
