@@ -121,8 +121,8 @@ void collectExtensionFiles(const QString &directory, QList<QUrl> &urls)
 {
     const QDir folder(directory);
     // The order of the listing decides among hooks of equal priority.
-    const QStringList files =
-        folder.entryList({QStringLiteral("*.qml")}, QDir::Files | QDir::CaseSensitive, QDir::NoSort);
+    const QStringList files = folder.entryList({QStringLiteral("*.qml")}, QDir::Files | QDir::CaseSensitive,
+                                               QDir::NoSort);
     logInfo("Found %d Vantle QtQuick 2 extensions in %s", static_cast<int>(files.size()),
             directory.toUtf8().constData());
     for (const QString &file : files) {
@@ -150,8 +150,7 @@ VantleHook *createHook(QQmlComponent &component, const QByteArray &text)
             logWarning("%s", error.toString().toUtf8().constData());
         return nullptr;
     }
-    case QQmlComponent::Ready:
-        break;
+    case QQmlComponent::Ready: break;
     }
 
     auto *const hook = qobject_cast<VantleHook *>(component.create());

@@ -30,8 +30,8 @@ void log(const ScriptError &error)
 // The properties of an Error are not enumerable, so that it is empty as a map.
 bool isScriptError(const QJSValue &value)
 {
-    const bool isPlainObject =
-        value.isObject() && !value.isArray() && !value.isCallable() && !value.isQObject() && !value.isVariant();
+    const bool isPlainObject = value.isObject() && !value.isArray() && !value.isCallable() && !value.isQObject()
+        && !value.isVariant();
     return value.isError() || (isPlainObject && value.hasOwnProperty(QStringLiteral("message")));
 }
 
@@ -64,10 +64,11 @@ QVariant callHookFunction(QObject *hook, const char *name, const QVariant &first
 
     const StrayScriptErrors strayErrors(hook);
     QVariant result;
-    const bool wasCalled =
-        hook->metaObject()->method(index).invoke(hook, Qt::AutoConnection, Q_RETURN_ARG(QVariant, result),
-                                                 Q_ARG(QVariant, first),
-                                                 second ? Q_ARG(QVariant, *second) : QGenericArgument());
+    const bool wasCalled = hook->metaObject()->method(index).invoke(hook, Qt::AutoConnection,
+                                                                    Q_RETURN_ARG(QVariant, result),
+                                                                    Q_ARG(QVariant, first),
+                                                                    second ? Q_ARG(QVariant, *second)
+                                                                           : QGenericArgument());
     if (!wasCalled || reportScriptError(result) || isUnhandled(result))
         return {};
     return result;

@@ -190,8 +190,8 @@ bool isIgnored(QQuickItem *item, bool *ignored)
         const QVariant answer = callHookFunction(hook, "isIgnored", argument, nullptr);
         if (answer.isValid()) {
             *ignored = answer.toBool();
-            VANTLE_TRACE(guard << " " << (*ignored ? "ignored" : "not ignored") << " according to "
-                               << classOf(hook) << ".isIgnored()");
+            VANTLE_TRACE(guard << " " << (*ignored ? "ignored" : "not ignored") << " according to " << classOf(hook)
+                               << ".isIgnored()");
             return true;
         }
     }

@@ -53,11 +53,13 @@ QMap<QString, QVariant> toMap(const QVariant &value)
 
 QString scriptText(const QJSValue &value)
 {
-    const bool isNested = value.isObject() && !value.isDate() && !value.isUrl();
+    const bool isNested = value.isObject() && !value.isDate() && !value.isVariant();
     return isNested ? QString() : value.toVariant().toString();
 }
 
-StrayScriptErrors::StrayScriptErrors(const QObject *scripted) : m_engine(scripted ? qjsEngine(scripted) : nullptr) {}
+StrayScriptErrors::StrayScriptErrors(const QObject *scripted) : m_engine(scripted ? qjsEngine(scripted) : nullptr)
+{
+}
 
 StrayScriptErrors::~StrayScriptErrors()
 {

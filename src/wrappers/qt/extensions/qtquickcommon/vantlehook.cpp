@@ -11,7 +11,9 @@ using namespace Vantle::QtWrapper;
 
 const QString VantleHook::unhandledValue = QStringLiteral("<vantleunhandled>");
 
-VantleHook::VantleHook(QObject *parent) : QObject(parent) {}
+VantleHook::VantleHook(QObject *parent) : QObject(parent)
+{
+}
 VantleHook::~VantleHook() = default;
 
 void VantleHook::setPriority(int priority)

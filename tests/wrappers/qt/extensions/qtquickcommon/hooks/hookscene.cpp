@@ -151,7 +151,8 @@ QQuickWindow *HookTest::window()
 
 std::string HookTest::hookClass(int index)
 {
-    return hooksOf(window()).value(index)->metaObject()->className();
+    QtWrapper::hooksForItem(window()->contentItem());
+    return hooksOf(window()).at(index)->metaObject()->className();
 }
 
 } // namespace VantleTest

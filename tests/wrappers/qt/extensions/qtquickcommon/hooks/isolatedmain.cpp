@@ -27,8 +27,8 @@ int runEachTest(const QString &program)
             process.start(program, {QStringLiteral("--gtest_filter=") + name});
             const bool isFinished = process.waitForFinished(60000);
             const QByteArray output = process.readAll();
-            const bool isPassed = isFinished && process.exitStatus() == QProcess::NormalExit
-                && process.exitCode() == 0 && output.contains("[  PASSED  ] 1 test.");
+            const bool isPassed = isFinished && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0
+                && output.contains("[  PASSED  ] 1 test.");
             std::printf("%s %s\n", isPassed ? "passed" : "FAILED", qPrintable(name));
             if (!isPassed) {
                 std::printf("%s\n", output.constData());

@@ -86,8 +86,7 @@ TEST_F(ExtensionLoader, WithoutAnyDirectoryAllAnswersAreTheDefaults)
     EXPECT_EQ(value, QStringLiteral("v"));
     EXPECT_TRUE(ignored);
 
-    EXPECT_THAT(logger.infos,
-                ElementsAre("Found 0 Vantle QtQuick 2 extensions in " + defaultFolder.toStdString()));
+    EXPECT_THAT(logger.infos, ElementsAre("Found 0 Vantle QtQuick 2 extensions in " + defaultFolder.toStdString()));
     EXPECT_THAT(logger.warnings, IsEmpty());
     ASSERT_EQ(hooksByWindow.size(), 1);
     EXPECT_TRUE(hooksByWindow.value(item->window()).isEmpty());
@@ -228,8 +227,7 @@ TEST_F(ExtensionLoader, OnlyFilesWithASmallSuffixAreExtensions)
     QList<QUrl> urls;
     collectExtensionFiles(defaultFolder, urls);
     EXPECT_EQ(urls, QList<QUrl>{QUrl::fromLocalFile(defaultFolder + QStringLiteral("/a.qml"))});
-    EXPECT_THAT(logger.infos,
-                ElementsAre("Found 1 Vantle QtQuick 2 extensions in " + defaultFolder.toStdString()));
+    EXPECT_THAT(logger.infos, ElementsAre("Found 1 Vantle QtQuick 2 extensions in " + defaultFolder.toStdString()));
 }
 
 TEST_F(ExtensionLoader, FilesComeInTheOrderOfTheListingBehindWhatIsThere)
@@ -262,8 +260,7 @@ TEST_F(ExtensionLoader, ADirectoryInTheResourcesGivesResourceUrls)
     QQuickItem *const item = anItem();
     VantleQtQuickHook::isItemReady(item);
     EXPECT_THAT(logger.infos, testing::Contains("Found 1 Vantle QtQuick 2 extensions in :/extensions"));
-    EXPECT_THAT(logger.infos,
-                testing::Contains("Loading Vantle QtQuick 2 extension qrc:/extensions/resource.qml"));
+    EXPECT_THAT(logger.infos, testing::Contains("Loading Vantle QtQuick 2 extension qrc:/extensions/resource.qml"));
     EXPECT_THAT(filedPriorities(item->window()), ElementsAre(23));
 }
 
@@ -328,14 +325,15 @@ TEST_F(ExtensionLoader, BrokenFilesAreReportedAndTheOthersLoad)
         return std::count_if(logger.warnings.begin(), logger.warnings.end(),
                              [&](const std::string &warning) { return warning.find(text) != std::string::npos; });
     };
-    for (const char *name : {"empty.qml", "syntax.qml", "unknown.qml", "version.qml", "module.qml", "binary.qml",
-                             "singleton.qml"})
+    for (const char *name :
+         {"empty.qml", "syntax.qml", "unknown.qml", "version.qml", "module.qml", "binary.qml", "singleton.qml"})
         EXPECT_GE(warned(url(name) + ":"), 1) << name;
     for (const char *name : {"item.qml", "object.qml", "required.qml"}) {
         EXPECT_EQ(warned("Vantle QtQuick 2 extension " + url(name) + " failed to provide an extension object"), 1)
             << name;
     }
-    EXPECT_THAT(logger.warnings, testing::Contains(HasSubstr("unknown.qml:2:14: Cannot assign to non-existent property")));
+    EXPECT_THAT(logger.warnings,
+                testing::Contains(HasSubstr("unknown.qml:2:14: Cannot assign to non-existent property")));
 }
 
 TEST_F(ExtensionLoader, ABrokenFileIsTriedAnewForTheNextWindowOnly)
@@ -386,13 +384,15 @@ TEST_F(ExtensionLoader, AnObjectThatIsNoHookStaysAliveAndUnparented)
 
 TEST_F(ExtensionLoader, AnExtensionThatWouldLoadLaterIsSkipped)
 {
-    addFile("remote.qml", "import com.corvaline.vantle.qtquick 0.1\nimport 'http://localhost:1/library.js' as Library\n"
-                          "VantleHook {}");
+    addFile("remote.qml",
+            "import com.corvaline.vantle.qtquick 0.1\nimport 'http://localhost:1/library.js' as Library\n"
+            "VantleHook {}");
     addExtension("a.qml");
     QQuickWindow *const window = anItem()->window();
     VantleQtQuickHook::isItemReady(window->contentItem());
-    EXPECT_THAT(logger.warnings, ElementsAre("Vantle QtQuick 2 extension " + url("remote.qml")
-                                             + " tried to load asynchronously, skipping"));
+    EXPECT_THAT(logger.warnings,
+                ElementsAre("Vantle QtQuick 2 extension " + url("remote.qml")
+                            + " tried to load asynchronously, skipping"));
     EXPECT_EQ(hooksOf(window).size(), 1);
 }
 
@@ -551,10 +551,12 @@ TEST_F(ExtensionLoader, AskingAboutTheSameWindowWhileLoadingLoadsNothingTwice)
 
 TEST_F(ExtensionLoader, AWindowThatDiesWhileLoadingTakesNoHooks)
 {
-    addExtension("a.qml", QStringLiteral("Component.onCompleted: program.act()\n"
-                                         "Component.onDestruction: program.note('gone')"));
-    addExtension("b.qml", QStringLiteral("Component.onCompleted: program.act()\n"
-                                         "Component.onDestruction: program.note('gone')"));
+    addExtension("a.qml",
+                 QStringLiteral("Component.onCompleted: program.act()\n"
+                                "Component.onDestruction: program.note('gone')"));
+    addExtension("b.qml",
+                 QStringLiteral("Component.onCompleted: program.act()\n"
+                                "Component.onDestruction: program.note('gone')"));
     QQuickItem *const item = anItem();
     scene.program.action = [&] { scene.windows.clear(); };
     EXPECT_TRUE(VantleQtQuickHook::isItemReady(item));

@@ -235,7 +235,8 @@ TEST_F(VantleHookType, KnowsBaseClassesToo)
 TEST_F(VantleHookType, TellsTypesWrittenInQmlByTheirRawName)
 {
     const QTemporaryDir folder;
-    writeFile(folder.filePath(QStringLiteral("Written.qml")), QStringLiteral("import QtQml\nQtObject { property int x }"));
+    writeFile(folder.filePath(QStringLiteral("Written.qml")),
+              QStringLiteral("import QtQml\nQtObject { property int x }"));
     QQmlComponent component(scene.engine.get());
     component.setData("import QtQml\nQtObject { property QtObject object: Written {} }",
                       QUrl::fromLocalFile(folder.filePath(QStringLiteral("Main.qml"))));
