@@ -19,6 +19,7 @@ StatementSink::~StatementSink() = default;
 
 Application::Application(const WrapperConfig &config)
     : m_config(config)
+    , m_lookup(&m_nameGenerator, &m_names)
 {
     Q_ASSERT_X(!instance, "Vantle::QtWrapper::Application", "there can be only one");
     instance = this;
@@ -52,10 +53,25 @@ void Application::setStatementHandler(StatementHandler handler)
     m_statementHandler = std::move(handler);
 }
 
-QString Application::mappedNameFor(const SharedPtr<Object> &, const QString &) const
+SharedPtr<Object> Application::objectForName(const QString &name, QString *problem) const
 {
-    // Without a names file no name is replaced.
-    return {};
+    QString unwanted;
+    return m_lookup.find(name, problem ? problem : &unwanted);
+}
+
+void Application::registerFinder(const Class *containerClass, ObjectFinder finder)
+{
+    m_lookup.registerFinder(containerClass, std::move(finder));
+}
+
+void Application::setNames(const NamesFile &names)
+{
+    m_names = names;
+}
+
+QString Application::mappedNameFor(const SharedPtr<Object> &, const QString &name) const
+{
+    return m_names.aliasFor(name);
 }
 
 } // namespace Vantle::QtWrapper

@@ -2,6 +2,8 @@
 
 #include "hook/eventdata.h"
 #include "wrappers/qt/namegenerator.h"
+#include "wrappers/qt/namesfile.h"
+#include "wrappers/qt/objectlookup.h"
 #include "wrappers/qt/wrapperconfig.h"
 #include "wrappers/qt/wrapperglobal.h"
 
@@ -42,8 +44,18 @@ public:
     /// An empty handler drops statements.
     void setStatementHandler(StatementHandler handler);
 
-    /// The name that is to stand in scripts in place of \p name, empty if
-    /// there is none.
+    /// The object that \p name, as text, denotes; a null pointer if it denotes
+    /// nothing. Then \p problem, unless null, says why, in words. Looking for an
+    /// item runs code of the program.
+    SharedPtr<Object> objectForName(const QString &name, QString *problem = nullptr) const;
+    /// Makes \p finder look for what is below objects of \p containerClass and
+    /// the classes below it, in place of any earlier one.
+    void registerFinder(const Class *containerClass, ObjectFinder finder);
+
+    /// Puts \p names in the place of the aliases known so far.
+    void setNames(const NamesFile &names);
+    /// The name that is to stand in scripts in place of \p name: the alias that
+    /// the names file has for it. Empty if there is none.
     QString mappedNameFor(const SharedPtr<Object> &object, const QString &name) const;
 
 private:
@@ -51,6 +63,8 @@ private:
 
     WrapperConfig m_config;
     NameGenerator m_nameGenerator;
+    NamesFile m_names;
+    ObjectLookup m_lookup;
     StatementHandler m_statementHandler;
 };
 

@@ -1,7 +1,11 @@
 #include "wrappers/qt/namegenerator.h"
 
 #include "hook/class.h"
+#include "wrappers/qt/qmltypes.h"
 #include "wrappers/qt/wrapping.h"
+
+#include <QtCore/QPointer>
+#include <QtCore/QVariant>
 
 namespace Vantle::QtWrapper {
 
@@ -10,6 +14,45 @@ NameSource::~NameSource() = default;
 QString NameSource::realName(QObject *object) const
 {
     return objectName(object).qualifiedName();
+}
+
+QString NameSource::scriptName(QObject *object) const
+{
+    return realName(object);
+}
+
+bool NameSource::propertyValue(QObject *object, const QString &key, QString *value) const
+{
+    if (key == QLatin1String("unnamed")) {
+        *value = object->objectName().isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
+        return true;
+    }
+    const QVariant property = object->property(key.toLatin1());
+    if (!property.isValid())
+        return false;
+    const bool isEnumeration = property.metaType().flags().testFlag(QMetaType::IsEnumeration);
+    *value = isEnumeration ? QString::number(property.toInt()) : property.toString();
+    return true;
+}
+
+QList<QString> NameSource::mismatchedProperties(QObject *object, const ObjectName::Properties &properties) const
+{
+    const QPointer<QObject> guard(object);
+    const auto matches = [&](const QString &key, const PropertyValue &value) {
+        if (key == QLatin1String("type"))
+            return qmlMatchesTypeProperty(object, value);
+        QString text;
+        return propertyValue(object, key, &text) && value.matches(text);
+    };
+    QList<QString> keys;
+    for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
+        if (property.key() == QLatin1String("occurrence"))
+            continue;
+        // A getter may have destroyed the object.
+        if (!guard || !matches(property.key(), *property))
+            keys.append(property.key());
+    }
+    return keys;
 }
 
 /// A living object and who names it; both are set, or neither. Naming runs code
@@ -50,6 +93,19 @@ QString NameGenerator::realName(const SharedPtr<Object> &object, bool) const
 {
     const Target target = targetFor(object);
     return target.source ? target.source->realName(target.object) : QString();
+}
+
+QString NameGenerator::scriptName(const SharedPtr<Object> &object) const
+{
+    const Target target = targetFor(object);
+    return target.source ? target.source->scriptName(target.object) : QString();
+}
+
+QList<QString> NameGenerator::mismatchedProperties(const SharedPtr<Object> &object,
+                                                   const ObjectName::Properties &properties) const
+{
+    const Target target = targetFor(object);
+    return target.source ? target.source->mismatchedProperties(target.object, properties) : properties.keys();
 }
 
 } // namespace Vantle::QtWrapper

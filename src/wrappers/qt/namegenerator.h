@@ -5,6 +5,7 @@
 #include "wrappers/qt/wrapperglobal.h"
 
 #include <QtCore/QHash>
+#include <QtCore/QList>
 
 #include <memory>
 
@@ -29,6 +30,18 @@ public:
 
     /// The complete name of \p object as text. By default the text of objectName().
     virtual QString realName(QObject *object) const;
+
+    /// The name that scripts use for \p object. By default realName(); a source
+    /// overrides this one where it takes the generator itself to tell.
+    virtual QString scriptName(QObject *object) const;
+
+    /// Stores the text of the property \p key of \p object in \p value. False if
+    /// it has none.
+    virtual bool propertyValue(QObject *object, const QString &key, QString *value) const;
+
+    /// The keys of \p properties that \p object fails on; the occurrence is none
+    /// of them. \p object is alive.
+    QList<QString> mismatchedProperties(QObject *object, const ObjectName::Properties &properties) const;
 };
 
 /// Makes names by asking the source that is registered for the object's class.
@@ -46,6 +59,12 @@ public:
     ObjectName objectName(const SharedPtr<Object> &object, bool complete) const;
     /// The name by which a script finds the object.
     QString realName(const SharedPtr<Object> &object, bool complete) const;
+    /// The name that scripts use for the object; what Object::scriptName() gives.
+    QString scriptName(const SharedPtr<Object> &object) const;
+
+    /// See NameSource. An object that nobody names fails on every key.
+    QList<QString> mismatchedProperties(const SharedPtr<Object> &object,
+                                        const ObjectName::Properties &properties) const;
 
 private:
     Q_DISABLE_COPY_MOVE(NameGenerator)

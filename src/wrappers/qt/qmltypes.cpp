@@ -75,7 +75,12 @@ bool qmlMatchesTypeProperty(QObject *object, const PropertyValue &type)
     const QByteArrayView clean = cleaned(raw);
     const QByteArrayView bare = withoutQuickPrefix(clean);
     // A lookup asks this of every item of a scene: each text is tried once.
-    const auto matches = [&type](QByteArrayView name) { return type.matches(QString::fromUtf8(name)); };
+    const auto matches = [&type](QByteArrayView name) {
+        // The usual comparison takes no new string.
+        return type.modifiers() == PropertyValue::Equals
+            ? QAnyStringView(QUtf8StringView(name)) == QAnyStringView(type.stringValue())
+            : type.matches(QString::fromUtf8(name));
+    };
     return matches(raw) || (clean.size() < raw.size() && matches(clean))
         || (bare.size() < clean.size() && matches(bare));
 }

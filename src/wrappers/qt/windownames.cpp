@@ -38,8 +38,17 @@ ObjectName WindowNameSource::objectName(QObject *object) const
     return name;
 }
 
-// Which of the top-level windows that \p name describes \p window is, counted
-// from 1 in order of creation; 0 for a window that isn't among them.
+bool WindowNameSource::propertyValue(QObject *object, const QString &key, QString *value) const
+{
+    if (key != QLatin1String("id"))
+        return NameSource::propertyValue(object, key, value);
+    *value = idOf(static_cast<QWindow *>(object));
+    return true;
+}
+
+// Which of the top-level windows that \p name fits \p window is, counted from 1
+// in order of creation; 0 for a window that isn't among them. Counts as the
+// lookup does: a name that says little also fits windows with longer names.
 int WindowNameSource::occurrenceOf(QWindow *window, const ObjectName &name) const
 {
     // The list is in order of creation.
@@ -48,7 +57,7 @@ int WindowNameSource::occurrenceOf(QWindow *window, const ObjectName &name) cons
     for (QWindow *other : windows) {
         if (other == window)
             return occurrence + 1;
-        if (describe(other) == name)
+        if (mismatchedProperties(other, name.properties()).isEmpty())
             ++occurrence;
     }
     return 0;

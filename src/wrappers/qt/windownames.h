@@ -13,6 +13,7 @@ class VANTLEQTWRAPPER_EXPORT WindowNameSource : public NameSource
 public:
     /// \p object must be a QWindow.
     ObjectName objectName(QObject *object) const override;
+    bool propertyValue(QObject *object, const QString &key, QString *value) const override;
 
 protected:
     /// The id that the window has in its QML document, empty if none.

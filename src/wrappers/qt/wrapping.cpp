@@ -66,7 +66,7 @@ public:
     QString scriptName() const override
     {
         Application *const application = Application::self();
-        return application && m_object ? application->nameGenerator()->realName(self(), true) : QString();
+        return application && m_object ? application->nameGenerator()->scriptName(self()) : QString();
     }
 
     ObjectList children() const override

@@ -2,8 +2,10 @@
 
 #include "hook/delegates.h"
 #include "wrappers/qt/application.h"
+#include "wrappers/qt/extensions/qtquick/quickchildren_p.h"
 #include "wrappers/qt/extensions/qtquick/quickdelegates_p.h"
 #include "wrappers/qt/extensions/qtquick/quicknames_p.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/itemlookup.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtQuick/QQuickItem>
@@ -14,34 +16,12 @@ namespace Vantle::QtWrapper {
 
 namespace {
 
-ObjectList itemChildren(QObject *object)
+// The children of the container are the roots, as they are when an item is
+// named: occurrences count alike.
+template<QList<QQuickItem *> (*itemsBelow)(QObject *)>
+SharedPtr<Object> findBelow(QObject *container, const ObjectName &name, QList<QString> &mismatched)
 {
-    ObjectList children;
-    const QList<QQuickItem *> items = static_cast<QQuickItem *>(object)->childItems();
-    for (QQuickItem *item : items)
-        children.push_back(wrapAndRegisterQObject(item));
-    return children;
-}
-
-// Windows, and items that stand in no scene yet.
-bool isTopLevel(QObject *object, const QQuickWindow *window)
-{
-    const auto *const item = qobject_cast<QQuickItem *>(object);
-    return object->isWindowType() || (item && item != window->contentItem() && !item->parentItem());
-}
-
-// The items of the scene, then what else the window owns that a user can see.
-ObjectList windowChildren(QObject *object)
-{
-    auto *const window = static_cast<QQuickWindow *>(object);
-    ObjectList children = itemChildren(window->contentItem());
-    // What a QML document declares inside of a window belongs to its content item.
-    const QObjectList owned = window->children() + window->contentItem()->children();
-    for (QObject *child : owned) {
-        if (isTopLevel(child, window))
-            children.push_back(wrapAndRegisterQObject(child));
-    }
-    return children;
+    return findQuickItem(itemsBelow(container), name, mismatched);
 }
 
 } // namespace
@@ -64,6 +44,9 @@ void setupQtQuick()
 
     registerChildrenFinder(&QQuickItem::staticMetaObject, itemChildren);
     registerChildrenFinder(&QQuickWindow::staticMetaObject, windowChildren);
+
+    Application::self()->registerFinder(itemClass, findBelow<itemsBelowItem>);
+    Application::self()->registerFinder(windowClass, findBelow<itemsBelowWindow>);
 }
 
 } // namespace Vantle::QtWrapper

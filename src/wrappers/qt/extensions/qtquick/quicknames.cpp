@@ -2,9 +2,13 @@
 
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemids.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/qualifiednames.h"
+#include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
+#include "wrappers/qt/objectnamecache.h"
 #include "wrappers/qt/qmltypes.h"
 #include "wrappers/qt/wrapping.h"
 
+#include <QtCore/QPointer>
 #include <QtQml/private/qqmlcontextdata_p.h>
 #include <QtQml/private/qqmldata_p.h>
 #include <QtQuick/QQuickItem>
@@ -22,14 +26,27 @@ void setText(ObjectName *name, const QString &key, const QString &text)
     name->setProperty(key, PropertyValue(text, PropertyValue::Equals, PropertyValue::Text));
 }
 
+// The text of a property as it reads when the item is looked up. False if the
+// item has no such property.
+bool readOwnText(QQuickItem *item, const QByteArray &property, QString *text)
+{
+    const QVariant value = item->property(property);
+    if (!value.isValid())
+        return false;
+    // Enumerations are compared by number.
+    const bool isEnumeration = value.metaType().flags().testFlag(QMetaType::IsEnumeration);
+    *text = isEnumeration ? QString::number(value.toInt()) : value.toString();
+    if (property == "source")
+        normalizeQuickUrlProperty(item, property, *text);
+    return true;
+}
+
 void setFirstReadableText(ObjectName *name, QQuickItem *item)
 {
     for (const char *key : TextProperties) {
-        QString text = item->property(key).toString();
-        if (text.isEmpty())
+        QString text;
+        if (!readOwnText(item, key, &text) || text.isEmpty())
             continue;
-        if (qstrcmp(key, "source") == 0)
-            normalizeQuickUrlProperty(item, key, text);
         setText(name, QString::fromLatin1(key), text);
         return;
     }
@@ -52,19 +69,9 @@ QString declaredId(QObject *object)
     return {};
 }
 
-QString containerName(QQuickItem *item)
+// The properties that tell items apart in most programs.
+ObjectName usualName(QQuickItem *item)
 {
-    QQuickWindow *const window = item->window();
-    if (!window || window->contentItem() == item)
-        return {};
-    return Application::self()->nameGenerator()->realName(wrapAndRegisterQObject(window), true);
-}
-
-} // namespace
-
-ObjectName QuickItemNameSource::objectName(QObject *object) const
-{
-    auto *const item = static_cast<QQuickItem *>(object);
     ObjectName name;
     setText(&name, QStringLiteral("type"), QString::fromUtf8(scriptTypeName(item->metaObject())));
 
@@ -77,10 +84,85 @@ ObjectName QuickItemNameSource::objectName(QObject *object) const
         setFirstReadableText(&name, item);
     if (item->isVisible())
         setText(&name, QStringLiteral("visible"), QStringLiteral("true"));
-
-    if (const QString container = containerName(item); !container.isEmpty())
-        setText(&name, QStringLiteral("container"), container);
     return name;
+}
+
+// The text of a property that an extension wants in the name. False where
+// neither the item nor an extension has one.
+bool readText(QQuickItem *item, const QString &key, QString *text)
+{
+    if (key == QLatin1String("type")) {
+        *text = QString::fromUtf8(scriptTypeName(item->metaObject()));
+        return true;
+    }
+    if (key == QLatin1String("id")) {
+        *text = declaredId(item);
+        return true;
+    }
+    if (key == QLatin1String("unnamed")) {
+        *text = item->objectName().isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
+        return true;
+    }
+    return readOwnText(item, key.toLatin1(), text) || VantleQtQuickHook::propertyFor(item, key, text);
+}
+
+// Where the item stands, and which of several it is, is not a property of it.
+bool isAboutPlace(const QString &key)
+{
+    return key == QLatin1String("container") || key == QLatin1String("occurrence");
+}
+
+// The name as the extensions of the item's window want it. They run scripts,
+// which may destroy the item: then there is no name.
+ObjectName extendedName(const QPointer<QQuickItem> &item, const ObjectName &usual)
+{
+    QList<QString> keys = usual.properties().keys();
+    if (!VantleQtQuickHook::extraPropertiesFor(item, &keys))
+        return item ? usual : ObjectName();
+    ObjectName name;
+    for (const QString &key : std::as_const(keys)) {
+        QString text;
+        if (usual.properties().contains(key))
+            name.setProperty(key, usual.property(key));
+        else if (item && !isAboutPlace(key) && readText(item, key, &text))
+            setText(&name, key, text);
+    }
+    return item ? name : ObjectName();
+}
+
+// Where the item is looked for. Only what is above the item will do: below
+// anything else it would never be found, and two containers could name each
+// other without end. The content item stands for its window.
+QObject *containerOf(QQuickItem *item)
+{
+    const QPointer<QQuickItem> guard(item);
+    QQuickWindow *const window = item->window();
+    if (!window || window->contentItem() == item)
+        return nullptr;
+    QQuickItem *const container = VantleQtQuickHook::containerFor(item);
+    if (!guard || !guard->window())
+        return nullptr;
+    if (container && container != guard->window()->contentItem() && container->isAncestorOf(guard))
+        return container;
+    return guard->window();
+}
+
+} // namespace
+
+ObjectName QuickItemNameSource::objectName(QObject *object) const
+{
+    const QPointer<QQuickItem> item(static_cast<QQuickItem *>(object));
+    ObjectName name = extendedName(item, usualName(item));
+    if (!item || name.isEmpty())
+        return {};
+    if (QObject *const container = containerOf(item))
+        setText(&name, QStringLiteral("container"), wrapAndRegisterQObject(container)->scriptName());
+    return item ? name : ObjectName();
+}
+
+QString QuickItemNameSource::scriptName(QObject *object) const
+{
+    return UnverifiedNames::areWanted() ? realName(object) : qualifiedQuickItemName(wrapAndRegisterQObject(object));
 }
 
 QString QuickWindowNameSource::idOf(QWindow *window) const

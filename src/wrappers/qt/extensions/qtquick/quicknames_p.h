@@ -6,12 +6,15 @@
 namespace Vantle::QtWrapper {
 
 /// Names items by type, QML id, object name or, for want of both, by the text
-/// that a user reads on them, below their window.
+/// that a user reads on them, below their window. Extensions may have other
+/// properties and another container; asking them runs scripts.
 class QuickItemNameSource final : public NameSource
 {
 public:
     /// \p object must be a QQuickItem.
     ObjectName objectName(QObject *object) const override;
+    /// The name that tells \p object from all others below its container.
+    QString scriptName(QObject *object) const override;
 };
 
 /// Names Quick windows like all windows, and knows their QML ids.

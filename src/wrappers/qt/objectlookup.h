@@ -1,0 +1,56 @@
+#pragma once
+
+#include "hook/object.h"
+#include "hook/objectname.h"
+#include "wrappers/qt/wrapperglobal.h"
+
+#include <QtCore/QHash>
+#include <QtCore/QList>
+#include <QtCore/QString>
+
+#include <functional>
+
+class QObject;
+
+namespace Vantle {
+class Class;
+}
+
+namespace Vantle::QtWrapper {
+
+class NameGenerator;
+class NamesFile;
+
+/// Looks for what \p name, which comes without its container, means below
+/// \p container. A null pointer if there is none; then \p mismatched holds the
+/// keys on which the closest object fails, none if nobody can tell.
+using ObjectFinder =
+    std::function<SharedPtr<Object>(QObject *container, const ObjectName &name, QList<QString> &mismatched)>;
+
+/// Finds objects by the text of their names: windows by itself, what is below
+/// a container through the finder that is registered for the container's class.
+///
+/// Belongs to the thread that owns the user interface.
+class VANTLEQTWRAPPER_EXPORT ObjectLookup
+{
+public:
+    /// Both belong to the caller and must live as long as the lookup.
+    ObjectLookup(const NameGenerator *generator, const NamesFile *names);
+
+    void registerFinder(const Class *containerClass, ObjectFinder finder);
+
+    /// The object that \p text denotes; a null pointer if it denotes nothing,
+    /// and then \p problem, which must not be null, says why.
+    SharedPtr<Object> find(const QString &text, QString *problem) const;
+
+private:
+    SharedPtr<Object> findNamed(const ObjectName &name, QString *problem) const;
+    SharedPtr<Object> findWindow(const ObjectName &name, QString *problem) const;
+    SharedPtr<Object> findBelow(const SharedPtr<Object> &container, const ObjectName &name, QString *problem) const;
+
+    const NameGenerator *m_generator;
+    const NamesFile *m_names;
+    QHash<const Class *, ObjectFinder> m_finders;
+};
+
+} // namespace Vantle::QtWrapper
