@@ -1,28 +1,93 @@
 #include "hook/inspector.h"
 
 #include "hook/value.h"
+#include "hook/valueclasses_p.h"
+
+#include <limits>
+#include <optional>
 
 namespace Vantle {
 
 namespace {
 
-// Value classes live as long as the process, like all classes.
-template<typename T>
-const Class *valueClass(const char *name)
+// How badly an argument fits its place; of a call, the sum. A base class adds
+// one for each step, so that conversions come behind every base class.
+constexpr int ConversionMisfit = 1000;
+constexpr int TolerantMisfit = 1000 * ConversionMisfit;
+
+int stepsToBase(const Class *type, const Class *base)
 {
-    static const Class *const type = new Class(QString::fromLatin1(name));
-    return type;
+    int steps = 0;
+    for (; type != base; type = type->super())
+        ++steps;
+    return steps;
 }
 
-const Class *integerClass() { return valueClass<int>("int"); }
-const Class *booleanClass() { return valueClass<bool>("bool"); }
-const Class *doubleClass() { return valueClass<double>("double"); }
-const Class *stringClass() { return valueClass<QString>("QString"); }
+std::optional<int> misfit(const SharedPtr<Object> &argument, const Argument &place)
+{
+    const Class *const wanted = place.type();
+    if (!wanted)
+        return std::nullopt;
+    if (!argument)
+        return place.passing() == Argument::ByPointer ? std::optional(0) : std::nullopt;
+    const Class *const type = argument->objectClass();
+    if (type->isSubClassOf(wanted))
+        return stepsToBase(type, wanted);
+    if (type->canConvertTo(argument, wanted))
+        return ConversionMisfit;
+    if (type->canConvertToTolerant(argument, wanted))
+        return TolerantMisfit;
+    return std::nullopt;
+}
+
+std::optional<qint64> misfit(const ObjectList &arguments, const Signature &signature)
+{
+    const QList<Argument> &places = signature.arguments();
+    if (arguments.size() != static_cast<std::size_t>(places.size()))
+        return std::nullopt;
+    qint64 sum = 0;
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        const std::optional<int> one = misfit(arguments.at(static_cast<std::size_t>(i)), places.at(i));
+        if (!one)
+            return std::nullopt;
+        sum += *one;
+    }
+    return sum;
+}
+
+/// The arguments as objects of the classes that the signature, which accepts them, names.
+ObjectList converted(const ObjectList &arguments, const Signature &signature)
+{
+    ObjectList result;
+    for (const Argument &place : signature.arguments()) {
+        const SharedPtr<Object> argument = arguments.at(result.size());
+        result.push_back(argument ? argument->objectClass()->convertToTolerant(argument, place.type()) : argument);
+    }
+    return result;
+}
+
+QString signatureText(const Method &method)
+{
+    QStringList places;
+    for (const Argument &place : method.signature().arguments()) {
+        places.append(place.name() + QLatin1String(": ")
+                      + (place.type() ? place.type()->className() : QStringLiteral("unknown")));
+    }
+    return QStringLiteral("%1(%2)").arg(method.name(), places.join(QLatin1String(", ")));
+}
+
+QString callText(const QString &name, const ObjectList &arguments)
+{
+    QStringList types;
+    for (const SharedPtr<Object> &argument : arguments)
+        types.append(argument ? argument->className() : QStringLiteral("null"));
+    return QStringLiteral("%1(%2)").arg(name, types.join(QLatin1String(", ")));
+}
 
 class VoidResult final : public Object
 {
 public:
-    const Class *objectClass() const override { return valueClass<void>("void"); }
+    const Class *objectClass() const override { return voidClass(); }
     bool get(void **value) const override
     {
         *value = nullptr;
@@ -57,6 +122,57 @@ void Inspector::registerClass(const Class *type)
 {
     if (type && !m_classes.contains(type->className()))
         m_classes.insert(type->className(), type);
+}
+
+bool Inspector::accepts(const Signature &signature, const ObjectList &arguments) const
+{
+    return misfit(arguments, signature).has_value();
+}
+
+const GlobalMethod *Inspector::findGlobalMethod(const QString &name, const ObjectList &arguments) const
+{
+    const GlobalMethod *best = nullptr;
+    qint64 bestMisfit = std::numeric_limits<qint64>::max();
+    for (const GlobalMethod *method : m_globalClass.methods()) {
+        if (method->name() != name)
+            continue;
+        const std::optional<qint64> own = misfit(arguments, method->signature());
+        if (own && *own < bestMisfit) {
+            best = method;
+            bestMisfit = *own;
+        }
+    }
+    return best;
+}
+
+SharedPtr<Object> Inspector::callGlobalMethod(const QString &name, const ObjectList &arguments)
+{
+    takeError();
+    const GlobalMethod *const method = findGlobalMethod(name, arguments);
+    if (!method) {
+        raiseError(describeMismatch(name, arguments));
+        return nullptr;
+    }
+    if (!method->function()) {
+        raiseError(QStringLiteral("%1 cannot be called in this program: nothing carries it out")
+                       .arg(signatureText(*method)));
+        return nullptr;
+    }
+    const SharedPtr<Object> result = method->function()(converted(arguments, method->signature()), nullptr);
+    return m_error.isEmpty() ? result : SharedPtr<Object>();
+}
+
+QString Inspector::describeMismatch(const QString &name, const ObjectList &arguments) const
+{
+    QStringList overloads;
+    for (const GlobalMethod *method : m_globalClass.methods()) {
+        if (method->name() == name)
+            overloads.append(signatureText(*method));
+    }
+    if (overloads.isEmpty())
+        return QStringLiteral("There is no function named %1").arg(name);
+    return QStringLiteral("No overload fits the call %1. There are: %2")
+        .arg(callText(name, arguments), overloads.join(QLatin1String("; ")));
 }
 
 SharedPtr<Object> Inspector::createInteger(int value) const

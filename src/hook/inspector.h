@@ -25,6 +25,21 @@ public:
 
     GlobalClass *globalClass() noexcept { return &m_globalClass; }
 
+    /// Whether a call with \p arguments fits \p signature, conversions included.
+    /// A null argument stands for any object that is handed over by pointer.
+    bool accepts(const Signature &signature, const ObjectList &arguments) const;
+    /// The overload of the global function \p name that fits \p arguments
+    /// best: with the classes themselves before base classes, and these before
+    /// conversions; of equals the first that was added. Null if none fits.
+    const GlobalMethod *findGlobalMethod(const QString &name, const ObjectList &arguments) const;
+    /// Calls the overload that findGlobalMethod() gives. A null result without
+    /// an error is the function's own way to say that there is nothing.
+    ///
+    /// Forgets the error of earlier calls. After a failure the result is null
+    /// and takeError() says why: what the function has raised, or which
+    /// overloads there are. May be called from within a called function.
+    SharedPtr<Object> callGlobalMethod(const QString &name, const ObjectList &arguments);
+
     SharedPtr<Object> createInteger(int value) const;
     SharedPtr<Object> createBoolean(bool value) const;
     SharedPtr<Object> createDouble(double value) const;
@@ -45,6 +60,8 @@ private:
     Inspector();
     ~Inspector();
     Q_DISABLE_COPY_MOVE(Inspector)
+
+    QString describeMismatch(const QString &name, const ObjectList &arguments) const;
 
     QHash<QString, const Class *> m_classes;
     GlobalClass m_globalClass;

@@ -71,4 +71,59 @@ void GlobalClass::addMethod(const GlobalMethod *method)
         m_methods.append(method);
 }
 
+Property::Property(const QString &name, const Class *type)
+    : m_name(name)
+    , m_type(type)
+{
+}
+
+Property::~Property() = default;
+
+QJsonObject Property::describe() const
+{
+    return {
+        {QStringLiteral("name"), m_name},
+        {QStringLiteral("type"), m_type ? m_type->className() : QString()},
+    };
+}
+
+Enum::Enum(const Class *owner, const QString &name, const Item *items, int index)
+    : m_owner(owner)
+    , m_name(name)
+    , m_items(items)
+    , m_index(index)
+{
+}
+
+Enum::~Enum() = default;
+
+QList<Enum::Item> Enum::items() const
+{
+    QList<Item> list;
+    for (const Item *item = m_items; item->name; ++item)
+        list.append(*item);
+    return list;
+}
+
+const char *Enum::nameOf(qint32 value) const noexcept
+{
+    for (const Item *item = m_items; item->name; ++item) {
+        if (item->value == value)
+            return item->name;
+    }
+    return nullptr;
+}
+
+QJsonObject Enum::describe() const
+{
+    QJsonArray values;
+    for (const Item *item = m_items; item->name; ++item) {
+        values.append(QJsonObject{
+            {QStringLiteral("name"), QString::fromLatin1(item->name)},
+            {QStringLiteral("value"), item->value},
+        });
+    }
+    return {{QStringLiteral("name"), m_name}, {QStringLiteral("values"), values}};
+}
+
 } // namespace Vantle

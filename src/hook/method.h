@@ -110,4 +110,57 @@ private:
     QList<const GlobalMethod *> m_methods;
 };
 
+/// A property of the objects of a class.
+class VANTLEHOOK_EXPORT Property : public Serializable
+{
+public:
+    /// \p type is null for a type that the registry doesn't know.
+    Property(const QString &name, const Class *type);
+    ~Property() override;
+
+    const QString &name() const noexcept { return m_name; }
+    const Class *type() const noexcept { return m_type; }
+
+    QJsonObject describe() const override;
+
+private:
+    QString m_name;
+    const Class *m_type;
+};
+
+/// An enumeration that scripts can see, by the names and values of its enumerators.
+class VANTLEHOOK_EXPORT Enum : public Serializable
+{
+public:
+    /// One enumerator; its name is in ASCII.
+    struct Item
+    {
+        const char *name;
+        qint32 value;
+    };
+
+    /// \p items end with one whose name is null. They are not copied and must
+    /// live as long as the enumeration, as must \p owner. \p index is that
+    /// among the enumerations of \p owner and its base classes.
+    Enum(const Class *owner, const QString &name, const Item *items, int index);
+    ~Enum() override;
+
+    const Class *owner() const noexcept { return m_owner; }
+    const QString &name() const noexcept { return m_name; }
+    int index() const noexcept { return m_index; }
+
+    /// The enumerators in order, without the closing item.
+    QList<Item> items() const;
+    /// The name of the first enumerator of that value, null if there is none.
+    const char *nameOf(qint32 value) const noexcept;
+
+    QJsonObject describe() const override;
+
+private:
+    const Class *m_owner;
+    QString m_name;
+    const Item *m_items;
+    int m_index;
+};
+
 } // namespace Vantle
