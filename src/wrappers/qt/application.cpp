@@ -1,6 +1,7 @@
 #include "wrappers/qt/application.h"
 
 #include "wrappers/qt/bynamefunctions.h"
+#include "wrappers/qt/enumclasses_p.h"
 #include "wrappers/qt/windowdelegates_p.h"
 #include "wrappers/qt/windownames.h"
 #include "wrappers/qt/wrapping.h"
@@ -28,6 +29,8 @@ Application::Application(const WrapperConfig &config)
     m_nameGenerator.registerSource(classForMetaObject(&QWindow::staticMetaObject),
                                    std::make_unique<WindowNameSource>());
     registerWindowDelegates();
+    pixmapClass();
+    registerEnumClasses();
     registerByNameFunctions();
 }
 

@@ -7,6 +7,7 @@
 #include <QtCore/QHash>
 #include <QtCore/QPointer>
 #include <QtCore/private/qobject_p.h>
+#include <QtGui/QPixmap>
 
 namespace Vantle::QtWrapper {
 
@@ -99,6 +100,30 @@ bool isBeyondGuarding(QObject *object)
     return QObjectPrivate::get(object)->wasDeleted;
 }
 
+class PixmapValue final : public Object
+{
+public:
+    explicit PixmapValue(const QPixmap &pixmap) : m_pixmap(pixmap) {}
+
+    const Class *objectClass() const override { return pixmapClass(); }
+
+    bool get(void **value) const override
+    {
+        *value = &m_pixmap;
+        return true;
+    }
+
+    bool sameAs(const SharedPtr<Object> &other) const override
+    {
+        void *theirs = nullptr;
+        return other && other->objectClass() == objectClass() && other->get(&theirs)
+            && static_cast<const QPixmap *>(theirs)->cacheKey() == m_pixmap.cacheKey();
+    }
+
+private:
+    mutable QPixmap m_pixmap;
+};
+
 } // namespace
 
 SharedPtr<Object> wrapAndRegisterQObject(QObject *object)
@@ -138,6 +163,21 @@ QObject *nativeQObject(const SharedPtr<Object> &object)
     if (!object || !object->isA(qobjectClass) || !object->get(&native))
         return nullptr;
     return static_cast<QObject *>(native);
+}
+
+const Class *pixmapClass()
+{
+    static const Class *const type = [] {
+        auto *const made = new Class(QStringLiteral("QPixmap"), true);
+        Inspector::self()->registerClass(made);
+        return made;
+    }();
+    return type;
+}
+
+SharedPtr<Object> createResultObject(const QPixmap &pixmap)
+{
+    return SharedPtr<Object>(new PixmapValue(pixmap));
 }
 
 void registerChildrenFinder(const QMetaObject *metaObject, ChildrenFinder finder)

@@ -4,6 +4,7 @@
 #include "wrappers/qt/wrapperglobal.h"
 
 class QObject;
+class QPixmap;
 struct QMetaObject;
 
 namespace Vantle {
@@ -24,6 +25,14 @@ VANTLEQTWRAPPER_EXPORT const Class *classForMetaObject(const QMetaObject *metaOb
 
 /// The native object behind \p object, null if it is dead, null or no QObject.
 VANTLEQTWRAPPER_EXPORT QObject *nativeQObject(const SharedPtr<Object> &object);
+
+/// The class of the pixmaps that go to scripts, "QPixmap". Registered with the
+/// Inspector at the first call, which Application makes.
+VANTLEQTWRAPPER_EXPORT const Class *pixmapClass();
+
+/// \p pixmap, which may be null, as a value for scripts. Never a null pointer.
+/// Two results are the same as long as their pixmaps are copies of one.
+VANTLEQTWRAPPER_EXPORT SharedPtr<Object> createResultObject(const QPixmap &pixmap);
 
 /// Lists the objects one level below a native object.
 using ChildrenFinder = ObjectList (*)(QObject *object);

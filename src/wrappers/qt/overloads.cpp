@@ -1,0 +1,75 @@
+#include "wrappers/qt/overloads.h"
+
+#include "hook/inspector.h"
+#include "wrappers/qt/bynamefunctions.h"
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+void addOverload(GlobalFunction call, const QString &name, const QList<Argument> &arguments)
+{
+    Inspector *const inspector = Inspector::self();
+    const Argument result(inspector->voidResult()->objectClass(), Argument::ByValue, 0);
+    inspector->globalClass()->addMethod(new GlobalMethod(call, result, name, Signature(arguments)));
+}
+
+Argument objectArgument(const QString &name, const Class *type)
+{
+    return {name, type, Argument::ByPointer, 0};
+}
+
+Argument integerArgument(const QString &name)
+{
+    return {name, Inspector::self()->classByName(QStringLiteral("int")), Argument::ByValue, 0};
+}
+
+/// As \p byName, with an object of \p type in place of the object's name.
+void addObjectOverload(const Method *byName, const Class *type)
+{
+    QList<Argument> arguments = byName->signature().arguments();
+    arguments.replace(0, objectArgument(QStringLiteral("object"), type));
+    addOverload(nullptr, byName->name(), arguments);
+}
+
+} // namespace
+
+void registerInteractionOverloadsFor(const Class *type)
+{
+    if (!type)
+        return;
+    // What is done to windows is missing here, and `flick`, which has an
+    // operation of its own.
+    for (const auto byName : {
+             typeByNameFn, mouseWheelByNameFn, gestureOGByNameFn, mouseDragByNameFn, longMouseDragByNameFn,
+             mouseClickOByNameFn, mouseClickOBMByNameFn, mouseClickOCBByNameFn, mouseClickOCBMByNameFn,
+             longMouseClickOByNameFn, longMouseClickOBMByNameFn, longMouseClickOCBByNameFn,
+             longMouseClickOCBMByNameFn, doubleClickOByNameFn, doubleClickOBMByNameFn, doubleClickOCBByNameFn,
+             doubleClickOCBMByNameFn, tapObjectOByNameFn, tapObjectOMByNameFn, tapObjectOCByNameFn,
+             tapObjectOCMByNameFn, doubleTapOByNameFn, doubleTapOMByNameFn, doubleTapOCByNameFn,
+             doubleTapOCMByNameFn, touchAndDragOCDByNameFn, touchAndDragOCDMByNameFn, touchAndDragOCDMDByNameFn,
+         }) {
+        addObjectOverload(byName(), type);
+    }
+}
+
+void registerDragAndDropOverloadsWithTarget(const Class *source, const Class *target)
+{
+    if (!source || !target)
+        return;
+    const QString name = QStringLiteral("dragAndDrop");
+    const Argument from = objectArgument(QStringLiteral("object"), source);
+    const Argument to = objectArgument(QStringLiteral("target"), target);
+    addOverload(nullptr, name, {from, to});
+    addOverload(nullptr, name,
+                {from, integerArgument(QStringLiteral("x")), integerArgument(QStringLiteral("y")), to,
+                 integerArgument(QStringLiteral("targetX")), integerArgument(QStringLiteral("targetY"))});
+}
+
+void registerFlickODOverload(GlobalFunction call, const Argument &object)
+{
+    addOverload(call, QStringLiteral("flick"),
+                {object, integerArgument(QStringLiteral("dx")), integerArgument(QStringLiteral("dy"))});
+}
+
+} // namespace Vantle::QtWrapper
