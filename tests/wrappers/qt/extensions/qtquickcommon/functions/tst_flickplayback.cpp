@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <QtQuick/QQuickWindow>
+#include <QtQuick/private/qquickflickable_p.h>
 
 #include <limits>
 #include <memory>
