@@ -2,6 +2,7 @@
 
 #include "wrappers/qt/extensions/qtquick/modality_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
+#include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/readiness.h"
 #include "wrappers/qt/wrapping.h"
 
@@ -105,7 +106,11 @@ public:
             return reason;
         if (const QQuickItem *const popup = modalPopupAbove(item))
             return QStringLiteral("the item is covered by the modal popup %1").arg(popupDescription(popup));
-        return {};
+        // Last, since this may run scripts.
+        if (!VantleQtQuickHook::isItemReady(item))
+            return QStringLiteral("an extension says that the item is not ready");
+        // Such a script may have destroyed the item.
+        return nativeQObject(object) ? QString() : QStringLiteral("the item does not exist any more");
     }
 };
 
