@@ -2,10 +2,12 @@
 
 #include "hook/class.h"
 #include "hook/delegates.h"
+#include "hook/logger.h"
 #include "hook/object.h"
 #include "support/waiting.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
+#include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +18,27 @@
 #include <QtQuick/QQuickWindow>
 
 #include <memory>
+#include <string>
 
 namespace VantleTest {
+
+/// Fails the test for each warning of the library but the one that extensions
+/// can't be loaded into a window that QML did not make.
+class StrictLogger : public Vantle::Logger
+{
+public:
+    StrictLogger() { Vantle::QtQuickCommon::setLogger(this); }
+    ~StrictLogger() override { Vantle::QtQuickCommon::setLogger(nullptr); }
+
+    void info(const std::string &) override {}
+    void warning(const std::string &message) override
+    {
+        if (message.find("failed to lookup QML engine") == std::string::npos)
+            ADD_FAILURE() << message;
+    }
+    void level3(const std::string &) override {}
+    void level4(const std::string &) override {}
+};
 
 /// A QML document that stays alive with its engine, and the host that sees it.
 class QuickScene : public testing::Test
@@ -34,8 +55,8 @@ protected:
         component.setData(qml, url);
         m_root.reset(component.create());
         ASSERT_TRUE(m_root) << qPrintable(component.errorString());
-        if (window() && window()->isVisible())
-            ASSERT_TRUE(waitUntil([this] { return window()->isExposed(); }));
+        const bool isShown = window() && window()->isVisible();
+        ASSERT_TRUE(!isShown || waitUntil([this] { return window()->isExposed(); }));
     }
 
     QObject *root() const { return m_root.get(); }
@@ -75,6 +96,7 @@ protected:
     static QString scriptName(QObject *object) { return wrap(object)->scriptName(); }
 
 private:
+    StrictLogger m_logger;
     Vantle::QtWrapper::Application m_application;
     QQmlEngine m_engine;
     std::unique_ptr<QObject> m_root;

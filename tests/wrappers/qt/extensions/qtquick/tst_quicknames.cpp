@@ -70,6 +70,22 @@ TEST_F(QuickNames, IdIsTakenIfThereIsOne)
     EXPECT_EQ(ownNameOf("Text { id: greeting; text: 'Hello' }"), texts({{"type", "Text"}, {"id", "greeting"}}));
 }
 
+TEST_F(QuickNames, PropertyThatHoldsTheItemIsNoId)
+{
+    load(R"(
+        import QtQuick
+        Window {
+            visible: true
+            property Item special
+            FocusScope { objectName: "scope"; focus: true }
+        })");
+    QQuickItem *const scope = find("scope");
+    window()->setProperty("special", QVariant::fromValue(scope));
+    window()->requestActivate();
+    ASSERT_TRUE(VantleTest::waitUntil([&] { return window()->activeFocusItem() == scope; }));
+    EXPECT_EQ(own(scope), texts({{"type", "FocusScope"}, {"objectName", "scope"}}));
+}
+
 TEST_F(QuickNames, ObjectNameIsTakenIfThereIsOne)
 {
     EXPECT_EQ(ownNameOf("Text { objectName: 'greeting'; text: 'Hello' }"),
