@@ -23,11 +23,37 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_BINDIR
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 
+# ccache can't see into precompiled headers; it has to be told that ours depend
+# on nothing but what they include.
 find_program(VANTLE_CCACHE ccache)
 mark_as_advanced(VANTLE_CCACHE)
 if(VANTLE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${VANTLE_CCACHE}")
+    set(CMAKE_CXX_COMPILER_LAUNCHER
+        "${CMAKE_COMMAND}" -E env "CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime"
+        "${VANTLE_CCACHE}")
 endif()
+
+# Qt's headers take most of the time of a build. A target whose settings differ
+# from those of a precompiled header just doesn't use it.
+set(CMAKE_PCH_WARN_INVALID OFF)
+
+# vantle_precompile_qt(<target> <link>…): precompiles the headers of the Qt
+# modules that the target links.
+function(vantle_precompile_qt target)
+    set(headers)
+    if("Qt6::QuickPrivate" IN_LIST ARGN)
+        set(headers <QtQuick/QQuickItem> <QtQuick/QQuickWindow> <QtQml/QQmlEngine>)
+    elseif("Qt6::GuiPrivate" IN_LIST ARGN)
+        set(headers <QtGui/QGuiApplication> <QtGui/QWindow>)
+    elseif("Qt6::Network" IN_LIST ARGN)
+        set(headers <QtNetwork/QLocalSocket> <QtCore/QJsonObject>)
+    elseif("Qt6::Core" IN_LIST ARGN)
+        set(headers <QtCore/QJsonObject> <QtCore/QString>)
+    endif()
+    if(headers)
+        target_precompile_headers(${target} PRIVATE ${headers})
+    endif()
+endfunction()
 
 add_library(vantle_options INTERFACE)
 target_compile_options(vantle_options INTERFACE
@@ -55,6 +81,7 @@ function(vantle_add_library target)
     add_library(${target}_objects OBJECT ${arg_SOURCES} ${arg_HEADERS} ${arg_PRIVATE_HEADERS})
     target_include_directories(${target}_objects PUBLIC "${PROJECT_SOURCE_DIR}/src")
     target_link_libraries(${target}_objects PRIVATE vantle_options)
+    vantle_precompile_qt(${target}_objects ${arg_LINKS})
     foreach(link IN LISTS arg_LINKS)
         # Other modules of ours are linked by the libraries below; their objects
         # only need to be compiled against.

@@ -51,6 +51,8 @@ bool WindowNameSource::propertyValue(QObject *object, const QString &key, QStrin
 // lookup does: a name that says little also fits windows with longer names.
 int WindowNameSource::occurrenceOf(QWindow *window, const ObjectName &name) const
 {
+    if (window->parent())
+        return 0;
     // The list is in order of creation.
     const QWindowList windows = QGuiApplication::topLevelWindows();
     int occurrence = 0;

@@ -151,7 +151,8 @@ TEST_P(RealFlicksByPointer, PressWithoutMovementLeavesNothingBehind)
     show(nestedFlickables);
     press({150, 150});
     release({150, 150});
-    const std::vector<std::string> traces = trace.takeTexts();
+    std::vector<std::string> traces = trace.takeTexts();
+    std::erase_if(traces, [](const std::string &text) { return text.find("flickable") == std::string::npos; });
     ASSERT_EQ(traces.size(), 4U);
     EXPECT_THAT(traces.back(), testing::EndsWith(", 0 flickables left to watch"));
     EXPECT_THAT(finishShort(),

@@ -116,8 +116,9 @@ private:
     {
         m_root.reset(component->create());
         ASSERT_TRUE(m_root) << qPrintable(component->errorString());
-        if (window() && window()->isVisible())
+        if (window() && window()->isVisible()) {
             ASSERT_TRUE(waitUntil([this] { return window()->isExposed(); }));
+        }
     }
 
     Vantle::QtWrapper::Application m_application;

@@ -36,7 +36,7 @@ constexpr char EqualButtons[] = R"(
 
 QString selector(const char *step)
 {
-    return QStringLiteral("Window[title=\"Main\"] ") + QString::fromLatin1(step);
+    return QStringLiteral("WindowQmlImpl[title=\"Main\"] ") + QString::fromLatin1(step);
 }
 
 std::string notFoundMyself(const QString &name)
@@ -197,7 +197,7 @@ TEST_F(QualifiedNames, ContainerKeepsItsModifier)
     load(EqualButtons);
     nameItemsBy([](QObject *) {
         ObjectName name(QStringLiteral("[n=\"1\"]"));
-        name.setProperty(QStringLiteral("container"), PropertyValue(QStringLiteral("Window[title=\"Main\"]"),
+        name.setProperty(QStringLiteral("container"), PropertyValue(QStringLiteral("WindowQmlImpl[title=\"Main\"]"),
                                                                     PropertyValue::BeginsWith, PropertyValue::Text));
         return name;
     });
@@ -231,7 +231,7 @@ TEST_F(QualifiedNames, AliasStandsInPlaceOfTheName)
     load(EqualButtons);
     QString error;
     Application::self()->setNames(
-        NamesFile::parse(R"json({"second": "Window[title=\"Main\"] [n=\"1\"]:nth(2)"})json", &error));
+        NamesFile::parse(R"json({"second": "WindowQmlImpl[title=\"Main\"] [n=\"1\"]:nth(2)"})json", &error));
     ASSERT_EQ(error, QString());
     nameItems(selector("[n=\"1\"]"));
     EXPECT_EQ(name(find("b")), QStringLiteral("@second"));
