@@ -109,7 +109,7 @@ private:
 
     bool readSelector(const QString &alias, const QJsonValue &value)
     {
-        if (!isAliasText(alias)) {
+        if (alias.isEmpty() || !isAliasText(alias)) {
             return fail(QStringLiteral("\"%1\" is no alias: expected a letter or underscore, then letters, digits, "
                                        "underscores, dots and hyphens, without the \"@\"")
                             .arg(alias));

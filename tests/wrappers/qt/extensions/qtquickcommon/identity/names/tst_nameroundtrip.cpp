@@ -89,7 +89,7 @@ TEST_F(NameRoundTrip, RepeatersListsPopupsLoadersAndHiddenPages)
             Popup { visible: true; Column { Button { text: "Same" } Button { text: "Same" } } }
             Menu { visible: true; MenuItem { text: "E&xit" } MenuItem { text: "E&xit"; enabled: false } }
             Item { visible: false; Item { objectName: "same" } Item { objectName: "same" } }
-            Image { source: "data:image/gif;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA="; visible: false }
+            Image { source: "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg=="; visible: false }
             Text { text: "@alias" } Text { text: "日本語 🙂" } Text { text: "\\" }
         })qml");
     expectAllFound(100);
