@@ -3,6 +3,7 @@
 #include "hook/inspector.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/currenttime.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/eventdescription.h"
+#include "wrappers/qt/extensions/qtquickcommon/compression/heldpattern_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/mousecompressors.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/statementrecorder.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/textcompressors.h"
@@ -81,6 +82,7 @@ EventCompressor::EventCompressor(StatementRecorder *statementRecorder, UISetting
     : compressors(makeCompressors(uiSettings))
     , recorder(statementRecorder)
     , settings(uiSettings)
+    , heldPattern(std::make_unique<HeldPattern>())
 {
 }
 
@@ -105,11 +107,13 @@ void EventCompressor::eatEvent(const SyntheticEvent &event)
 {
     if (isRefused(event))
         return;
+    const bool isStillHeld = heldPattern->outlasts(event);
     queue.push_back(event);
     if (debugLevel >= logEvents)
         logInfo("EventCompressor::eatEvent: %s", describeEvent(event).constData());
     // The event's own time, not the clock's: an event may have waited before it got here.
-    compressEvents(event.timestamp);
+    if (!isStillHeld)
+        compressEvents(event.timestamp);
 }
 
 void EventCompressor::alarm(qint32 id)
@@ -123,17 +127,17 @@ void EventCompressor::alarm(qint32 id)
 
 void EventCompressor::compressEvents(quint64 now)
 {
+    heldPattern->forget();
     auto compressor = compressors.cbegin();
     while (compressor != compressors.cend()) {
         switch ((*compressor)->match(queue, initialModifiers, now)) {
-        case Compressor::NoMatch:
-            ++compressor;
-            break;
+        case Compressor::NoMatch: ++compressor; break;
         case Compressor::PartialMatch:
+            // While finishing, a pattern may decline only because the queue ends.
+            if (!compressors.front()->finishing)
+                heldPattern->remember(**compressor, queue);
             return;
-        case Compressor::PartialMatchWithAlarm:
-            restartAlarm();
-            return;
+        case Compressor::PartialMatchWithAlarm: restartAlarm(); return;
         case Compressor::CompleteMatch:
             compressWith(**compressor);
             deliverStatements();
@@ -174,6 +178,7 @@ void EventCompressor::stopAlarm()
 
 void EventCompressor::trimQueue(EventIterator until)
 {
+    heldPattern->forget();
     while (queue.cbegin() != until) {
         const SyntheticEvent &event = queue.front();
         if (event.type == SyntheticEvent::Key) {
@@ -202,6 +207,7 @@ void EventCompressor::finishCompression()
     if (debugLevel >= traceCompression)
         logInfo("Finishing event compression with %d events in queue", static_cast<int>(queue.size()));
     stopAlarm();
+    heldPattern->forget();
     for (const std::unique_ptr<Compressor> &compressor : compressors) {
         compressor->finishing = true;
         // Once it is finishing, a pattern decides.
@@ -225,6 +231,7 @@ void EventCompressor::resetInput()
     }
     recorder->statements.clear();
     queue.clear();
+    heldPattern->forget();
     initialModifiers = Modifier::None;
     for (const std::unique_ptr<Compressor> &compressor : compressors)
         compressor->finishing = false;

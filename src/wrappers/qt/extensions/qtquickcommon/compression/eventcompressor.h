@@ -14,6 +14,7 @@ class EventData;
 
 namespace QtWrapper {
 
+class HeldPattern;
 class StatementRecorder;
 
 /// The user interface settings that patterns depend on.
@@ -120,6 +121,7 @@ private:
     qint32 alarmId = 0;
     UISettings *settings;
     unsigned int debugLevel = 0;
+    std::unique_ptr<HeldPattern> heldPattern;
 };
 
 } // namespace QtWrapper

@@ -48,8 +48,7 @@ void describeKey(std::ostream &out, const SyntheticEvent &event)
 
 void describeFlick(std::ostream &out, const SyntheticEvent &event)
 {
-    out << "flick event: ("
-        << (event.flickState == SyntheticEvent::FlickStarted ? "flick started" : "flick ended")
+    out << "flick event: (" << (event.flickState == SyntheticEvent::FlickStarted ? "flick started" : "flick ended")
         << ", contentPos=" << event.contentX << '/' << event.contentY << ')';
 }
 
@@ -90,9 +89,7 @@ void describeKind(std::ostream &out, const SyntheticEvent &event)
     case SyntheticEvent::WindowResize:
         out << "window resize event: (" << event.windowWidth << '/' << event.windowHeight << ')';
         break;
-    case SyntheticEvent::WindowStateChange:
-        out << "window state change event: (" << event.windowState << ')';
-        break;
+    case SyntheticEvent::WindowStateChange: out << "window state change event: (" << event.windowState << ')'; break;
     case SyntheticEvent::Flick: describeFlick(out, event); break;
     case SyntheticEvent::Touch: describeTouch(out, event.touch); break;
     }

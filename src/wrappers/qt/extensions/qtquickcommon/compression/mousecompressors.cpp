@@ -25,8 +25,7 @@ bool isFlickEvent(const SyntheticEvent &event, const SyntheticEvent &press, Synt
 
 } // namespace
 
-MouseButtonCompressor::MouseButtonCompressor(const UISettings *uiSettings)
-    : settings(uiSettings)
+MouseButtonCompressor::MouseButtonCompressor(const UISettings *uiSettings) : settings(uiSettings)
 {
 }
 
@@ -42,8 +41,7 @@ bool MouseButtonCompressor::exceedsLongPressTime(const SyntheticEvent &first, co
     return second.timestamp - first.timestamp > 2 * settings->doubleClickTime();
 }
 
-MouseFlickCompressor::MouseFlickCompressor(const UISettings *uiSettings)
-    : MouseButtonCompressor(uiSettings)
+MouseFlickCompressor::MouseFlickCompressor(const UISettings *uiSettings) : MouseButtonCompressor(uiSettings)
 {
 }
 
@@ -90,8 +88,7 @@ const char *MouseFlickCompressor::name() const
     return "MouseFlickCompressor";
 }
 
-DoubleClickCompressor::DoubleClickCompressor(const UISettings *uiSettings)
-    : MouseButtonCompressor(uiSettings)
+DoubleClickCompressor::DoubleClickCompressor(const UISettings *uiSettings) : MouseButtonCompressor(uiSettings)
 {
 }
 

@@ -39,9 +39,8 @@ public:
     /// \p deltaX and \p deltaY are degrees.
     virtual void mouseWheel(SharedPtr<Object> object, const QByteArray &objectName, qint32 x, qint32 y, qint32 deltaX,
                             qint32 deltaY, Modifier::Value modifiers, quint64 timestamp) = 0;
-    virtual void doubleClick(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass,
-                             qint32 x, qint32 y, MouseButton::Value button, Modifier::Value modifiers,
-                             quint64 timestamp) = 0;
+    virtual void doubleClick(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass, qint32 x,
+                             qint32 y, MouseButton::Value button, Modifier::Value modifiers, quint64 timestamp) = 0;
     /// \p dx and \p dy say how far the content moved.
     virtual void flick(SharedPtr<Object> object, const QByteArray &objectName, qint32 dx, qint32 dy,
                        quint64 timestamp) = 0;

@@ -51,8 +51,7 @@ SyntheticEvent::SyntheticEvent()
 
 SyntheticEvent::SyntheticEvent(const SyntheticEvent &) = default;
 
-SyntheticEvent::SyntheticEvent(SyntheticEvent &&other) noexcept
-    : SyntheticEvent()
+SyntheticEvent::SyntheticEvent(SyntheticEvent &&other) noexcept : SyntheticEvent()
 {
     *this = std::move(other);
 }

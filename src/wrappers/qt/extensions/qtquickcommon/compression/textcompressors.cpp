@@ -69,8 +69,7 @@ Compressor::MatchResult TextInputCompressor::match(const EventQueue &queue, Modi
     return finishing ? CompleteMatch : PartialMatch;
 }
 
-EventIterator TextInputCompressor::compress(const EventQueue &queue, Modifier::Value,
-                                            StatementRecorder *recorder) const
+EventIterator TextInputCompressor::compress(const EventQueue &queue, Modifier::Value, StatementRecorder *recorder) const
 {
     const SyntheticEvent &head = queue.front();
     const auto writeTyped = [&head, recorder](const QByteArray &typed) {

@@ -22,8 +22,7 @@ qint32 dragDelay(const SyntheticEvent &begin, const SyntheticEvent &crossing)
 
 } // namespace
 
-TouchCompressor::TouchCompressor(const UISettings *uiSettings)
-    : settings(uiSettings)
+TouchCompressor::TouchCompressor(const UISettings *uiSettings) : settings(uiSettings)
 {
 }
 
@@ -32,8 +31,7 @@ bool TouchCompressor::exceedsDragDistance(const SyntheticEvent &first, const Syn
     return primaryDelta(first, second).distance() >= settings->dragDistance();
 }
 
-TouchFlickCompressor::TouchFlickCompressor(const UISettings *uiSettings)
-    : TouchCompressor(uiSettings)
+TouchFlickCompressor::TouchFlickCompressor(const UISettings *uiSettings) : TouchCompressor(uiSettings)
 {
 }
 
@@ -81,8 +79,7 @@ const char *TouchFlickCompressor::name() const
     return "TouchFlickCompressor";
 }
 
-TouchGestureCompressor::TouchGestureCompressor(const UISettings *uiSettings)
-    : TouchCompressor(uiSettings)
+TouchGestureCompressor::TouchGestureCompressor(const UISettings *uiSettings) : TouchCompressor(uiSettings)
 {
 }
 
@@ -131,8 +128,7 @@ const char *TouchGestureCompressor::name() const
     return "TouchGestureCompressor";
 }
 
-DoubleTapCompressor::DoubleTapCompressor(const UISettings *uiSettings)
-    : TouchCompressor(uiSettings)
+DoubleTapCompressor::DoubleTapCompressor(const UISettings *uiSettings) : TouchCompressor(uiSettings)
 {
 }
 
@@ -196,8 +192,7 @@ const char *DoubleTapCompressor::name() const
     return "DoubleTapCompressor";
 }
 
-TapOrDragCompressor::TapOrDragCompressor(const UISettings *uiSettings)
-    : TouchCompressor(uiSettings)
+TapOrDragCompressor::TapOrDragCompressor(const UISettings *uiSettings) : TouchCompressor(uiSettings)
 {
 }
 

@@ -82,6 +82,5 @@ private:
 
     /// Reads a sequence from \p event on, up to its touch end or the end of
     /// the queue, and advances \p event to there. False for anything that is no sequence of one finger.
-    bool scanTouchSequence(EventQueue::const_iterator &event, EventQueue::const_iterator end,
-                           Sequence &sequence) const;
+    bool scanTouchSequence(EventQueue::const_iterator &event, EventQueue::const_iterator end, Sequence &sequence) const;
 };

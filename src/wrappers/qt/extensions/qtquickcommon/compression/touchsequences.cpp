@@ -22,8 +22,8 @@ qint32 truncated(double value)
     if (std::isnan(value))
         return 0;
     using Limits = std::numeric_limits<qint32>;
-    return static_cast<qint32>(std::clamp(value, static_cast<double>(Limits::min()),
-                                          static_cast<double>(Limits::max())));
+    return static_cast<qint32>(
+        std::clamp(value, static_cast<double>(Limits::min()), static_cast<double>(Limits::max())));
 }
 
 TouchBuilder::Point gesturePoint(const SyntheticEvent::TouchPoint &point)
@@ -84,8 +84,7 @@ void addGestureStep(TouchBuilder::MultiTouchInfo &info, const SyntheticEvent &be
 {
     TouchBuilder::Step step;
     step.time = static_cast<quint32>(event.timestamp - begin.timestamp);
-    std::transform(event.touch.points.begin(), event.touch.points.end(), std::back_inserter(step.points),
-                   gesturePoint);
+    std::transform(event.touch.points.begin(), event.touch.points.end(), std::back_inserter(step.points), gesturePoint);
     info.steps.push_back(std::move(step));
 }
 

@@ -94,8 +94,7 @@ EventIterator WindowResizeCompressor::compress(const EventQueue &queue, Modifier
     const EventIterator end = endOfRun(queue);
     const EventIterator last = std::prev(end);
     if (last != queue.begin()) {
-        recorder->setWindowSize(first.object, first.objectName, last->windowWidth, last->windowHeight,
-                                first.timestamp);
+        recorder->setWindowSize(first.object, first.objectName, last->windowWidth, last->windowHeight, first.timestamp);
     }
     return end;
 }

@@ -84,8 +84,7 @@ TEST_F(DoubleClick, firstClickMayTakeTheDoubleClickTimeButNotLonger)
     harness.eat(mousePress(item, {10, 20}, 2000));
     harness.eat(mouseRelease(item, {10, 20}, 2401));
     harness.eat(mousePress(item, {10, 20}, 2402));
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("mouseClick item (QQuickItem) 10/20 LeftButton None @2000"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseClick item (QQuickItem) 10/20 LeftButton None @2000"));
     EXPECT_EQ(harness.queued(), 1u);
 }
 
@@ -98,8 +97,7 @@ TEST_F(DoubleClick, secondPressOnAnotherObjectStartsAnew)
     EXPECT_EQ(harness.queued(), 1u);
     harness.eat(mouseRelease(other, {10, 20}, 1150));
     harness.flush();
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("mouseClick other (QQuickItem) 10/20 LeftButton None @1100"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseClick other (QQuickItem) 10/20 LeftButton None @1100"));
 }
 
 TEST_F(DoubleClick, secondPressThroughAnotherWrapperOfTheObjectCounts)
@@ -163,8 +161,7 @@ TEST_F(DoubleClick, thirdPressBeginsAPatternOfItsOwn)
     }
     EXPECT_THAT(harness.takeStatements(), ElementsAre(doubleClickOnItem));
     harness.pass(800);
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("mouseClick item (QQuickItem) 10/20 LeftButton None @1200"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseClick item (QQuickItem) 10/20 LeftButton None @1200"));
 }
 
 TEST_F(DoubleClick, alarmTimeRelativeToAClockThatStandsBeforeTheReleaseEndsTheWait)

@@ -88,8 +88,7 @@ TEST_F(EventCompressorTest, secondReleaseOfADoubleClickIsDropped)
 {
     click(1000);
     harness.eat(mousePress(item, {10, 20}, 1200));
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("doubleClick item (QQuickItem) 10/20 LeftButton None @1000"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("doubleClick item (QQuickItem) 10/20 LeftButton None @1000"));
     EXPECT_EQ(harness.queued(), 0u);
     harness.eat(mouseRelease(item, {10, 20}, 1250));
     EXPECT_EQ(harness.queued(), 0u);
@@ -323,8 +322,7 @@ TEST_F(EventCompressorTest, observerMayFlushFromInsideAStatement)
     harness.takeStatements();
     click(2000);
     harness.flush();
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("mouseClick item (QQuickItem) 10/20 LeftButton None @2000"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseClick item (QQuickItem) 10/20 LeftButton None @2000"));
 }
 
 TEST_F(EventCompressorTest, observerMayFeedEventsFromInsideAStatement)
@@ -340,8 +338,7 @@ TEST_F(EventCompressorTest, observerMayFeedEventsFromInsideAStatement)
     harness.eat(mouseRelease(other, {30, 40}, 1030));
     harness.takeStatements();
     harness.flush();
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("mouseClick other (QQuickItem) 30/40 LeftButton None @1020"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseClick other (QQuickItem) 30/40 LeftButton None @1020"));
 }
 
 TEST_F(EventCompressorTest, observerAddedFromInsideAStatementIsToldToo)

@@ -69,8 +69,7 @@ TEST_F(EventDescription, everyButtonHasItsName)
 
 TEST_F(EventDescription, inputMethod)
 {
-    EXPECT_EQ(describeEvent(inputMethod(item, "\xE3\x81\x82", 1)),
-              "@1 input method event: (\xE3\x81\x82)" + tail);
+    EXPECT_EQ(describeEvent(inputMethod(item, "\xE3\x81\x82", 1)), "@1 input method event: (\xE3\x81\x82)" + tail);
 }
 
 TEST_F(EventDescription, wheelHasDegreeSignsInUtf8)

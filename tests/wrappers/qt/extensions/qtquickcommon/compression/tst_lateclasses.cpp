@@ -1,7 +1,7 @@
 #include "hook/class.h"
 #include "hook/inspector.h"
-#include "support/compressionobjects.h"
 #include "support/compressionharness.h"
+#include "support/compressionobjects.h"
 #include "support/syntheticevents.h"
 
 #include <gmock/gmock.h>

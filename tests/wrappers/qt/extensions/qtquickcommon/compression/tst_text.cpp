@@ -164,8 +164,7 @@ TEST_F(Text, committedTextIsWrittenAtOnceAndEndsTheTyping)
 {
     type("a");
     harness.eat(inputMethod(edit, "\xE3\x81\x82", 1010));
-    EXPECT_THAT(harness.takeStatements(),
-                ElementsAre("type edit \"a\" @1000", "type edit \"\xE3\x81\x82\" @1010"));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("type edit \"a\" @1000", "type edit \"\xE3\x81\x82\" @1010"));
     EXPECT_EQ(harness.queued(), 0u);
 }
 
