@@ -5,6 +5,7 @@
 #include "wrappers/qt/extensions/qtquick/quickchildren_p.h"
 #include "wrappers/qt/extensions/qtquick/quickdelegates_p.h"
 #include "wrappers/qt/extensions/qtquick/quicknames_p.h"
+#include "wrappers/qt/extensions/qtquickcommon/functions/quickfunctions.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemlookup.h"
 #include "wrappers/qt/wrapping.h"
 
@@ -47,6 +48,9 @@ void setupQtQuick()
 
     Application::self()->registerFinder(itemClass, findBelow<itemsBelowItem>);
     Application::self()->registerFinder(windowClass, findBelow<itemsBelowWindow>);
+
+    // Functions outlive the application, which a host may make anew.
+    [[maybe_unused]] static const bool hasFunctions = (setupQuickFunctions(), true);
 }
 
 } // namespace Vantle::QtWrapper

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hook/object.h"
+#include "silentlogger.h"
 #include "wrappers/qt/application.h"
 
 #include <QtCore/QByteArray>
@@ -52,6 +53,7 @@ protected:
     /// of one logical pixel, have that colour.
     bool hasColor(const QImage &picture, qreal x, qreal y, const QColor &color) const;
 
+    SilentLogger logger;
     Vantle::QtWrapper::Application application;
     QQmlEngine engine;
     std::unique_ptr<QQuickWindow> window;

@@ -1,6 +1,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/functions/flickplayback.h"
 
 #include "hook/inspector.h"
+#include "silentlogger.h"
 #include "support/waiting.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
@@ -79,6 +80,7 @@ protected:
 
     SharedPtr<Object> wrapped() const { return wrapAndRegisterQObject(flickable.get()); }
 
+    VantleTest::SilentLogger logger;
     Application application;
     QQuickWindow window;
     std::unique_ptr<QQuickFlickable> flickable = std::make_unique<QQuickFlickable>();

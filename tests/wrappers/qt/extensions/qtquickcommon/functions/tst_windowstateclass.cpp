@@ -1,0 +1,58 @@
+#include "wrappers/qt/extensions/qtquickcommon/functions/windowstateclass.h"
+
+#include "hook/inspector.h"
+#include "hook/method.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonObject>
+
+using namespace Vantle;
+using namespace Vantle::QtWrapper;
+
+TEST(WindowStates, AreTheOnlyMemberOfTheirClass)
+{
+    const WindowStateClass type;
+    EXPECT_EQ(type.className(), QStringLiteral("WindowState"));
+    EXPECT_TRUE(type.isValueClass());
+    EXPECT_EQ(type.super(), nullptr);
+    EXPECT_TRUE(type.constructors().isEmpty());
+    EXPECT_TRUE(type.methods().isEmpty());
+    EXPECT_TRUE(type.properties().isEmpty());
+    EXPECT_EQ(type.enums().size(), 1);
+}
+
+TEST(WindowStates, HaveFiveValuesAndAClosingItemThatScriptsDoNotSee)
+{
+    const WindowStateClass type;
+    const Enum *const states = type.createEnum(type.superClassOffset(Class::EnumOffset));
+    ASSERT_NE(states, nullptr);
+    EXPECT_EQ(states->name(), QStringLiteral("WindowStateValue"));
+    EXPECT_EQ(states->owner(), &type);
+    EXPECT_EQ(states->index(), 0);
+    const QList<Enum::Item> items = states->items();
+    constexpr const char *names[] = {"None", "Normal", "Maximize", "Minimize", "Fullscreen"};
+    ASSERT_EQ(items.size(), 5);
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_STREQ(items.at(i).name, names[i]);
+        EXPECT_EQ(items.at(i).value, i);
+    }
+    // The items are one array, so the closing one stands behind the last.
+    EXPECT_EQ(states->nameOf(5), nullptr);
+    EXPECT_EQ(states->describe().value(QLatin1String("values")).toArray().size(), 5);
+}
+
+TEST(WindowStates, OtherIndicesGiveNothing)
+{
+    const WindowStateClass type;
+    for (int index : {-1, 1, 4, 1000})
+        EXPECT_EQ(type.createEnum(index), nullptr) << index;
+}
+
+TEST(WindowStates, AreWhatIntegersTurnInto)
+{
+    const WindowStateClass type;
+    const SharedPtr<Object> number = Inspector::self()->createInteger(3);
+    EXPECT_TRUE(number->objectClass()->canConvertToTolerant(number, &type));
+}
