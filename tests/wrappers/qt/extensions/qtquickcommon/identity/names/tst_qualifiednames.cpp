@@ -255,7 +255,7 @@ TEST_F(QualifiedNames, UnverifiedNamesComeWithoutOccurrence)
 TEST_F(QualifiedNames, NameIsNeverStale)
 {
     load("import QtQuick\nWindow { id: main; Text { text: 'x' } Text { objectName: 'it'; text: 'x' } }");
-    nameItems(QStringLiteral("Window#main Text[text=\"x\"]"));
+    nameItems(QStringLiteral("WindowQmlImpl#main Text[text=\"x\"]"));
     QQuickItem *const item = find("it");
     EXPECT_EQ(ObjectName(name(item)).occurrenceValue(), 2);
     roots().at(0)->setProperty("text", QStringLiteral("y"));
