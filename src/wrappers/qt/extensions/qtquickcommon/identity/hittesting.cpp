@@ -21,6 +21,18 @@ bool isFuzzilyZero(qreal value)
     return qFuzzyCompare(value + 1.0, 1.0);
 }
 
+/// The usual scene has no z values: it pays for one pass and no sort.
+QList<QQuickItem *> inStackingOrder(QList<QQuickItem *> siblings)
+{
+    const bool stacked = std::any_of(siblings.cbegin(), siblings.cend(),
+                                     [](const QQuickItem *item) { return !isFuzzilyZero(item->z()); });
+    if (stacked) {
+        std::stable_sort(siblings.begin(), siblings.end(),
+                         [](const QQuickItem *a, const QQuickItem *b) { return a->z() < b->z(); });
+    }
+    return siblings;
+}
+
 /// Whether an extension declares \p item to be of no interest. Runs script of
 /// the extensions, and any item may be gone afterwards.
 bool isIgnoredByExtensions(QQuickItem *item)
@@ -60,6 +72,7 @@ private:
     }
 
     QPointer<QQuickItem> m_root;
+    bool m_hasAsked = false; ///< until then no item can have gone
 };
 
 QQuickItem *HitTest::itemAt(QQuickItem *item, const QPointF &point, Level *outer)
@@ -80,10 +93,10 @@ QQuickItem *HitTest::itemAt(QQuickItem *item, const QPointF &point, Level *outer
 
 QQuickItem *HitTest::childAt(Level &level, const QPointF &point)
 {
-    const QList<QQuickItem *> stacked = zOrderedChildItems(level.item);
+    const QList<QQuickItem *> stacked = inStackingOrder(level.children);
     for (auto it = stacked.crbegin(); it != stacked.crend(); ++it) {
         QQuickItem *const child = *it;
-        if (!isChild(level, child) || !child->isVisible())
+        if ((m_hasAsked && !isChild(level, child)) || !child->isVisible())
             continue;
         if (QQuickItem *const hit = itemAt(child, child->mapFromItem(level.item, point), &level))
             return hit;
@@ -96,6 +109,7 @@ QQuickItem *HitTest::childAt(Level &level, const QPointF &point)
 /// Asks about the item of \p level, and finds out what is left of the way to it.
 bool HitTest::isIgnored(Level &level)
 {
+    m_hasAsked = true;
     const bool isIgnored = isIgnoredByExtensions(level.item);
     return !isStillThere(level) || isIgnored;
 }
@@ -113,14 +127,7 @@ bool HitTest::isStillThere(Level &level) const
 
 QList<QQuickItem *> zOrderedChildItems(const QQuickItem *item)
 {
-    QList<QQuickItem *> children = item->childItems();
-    const bool stacked = std::any_of(children.cbegin(), children.cend(),
-                                     [](const QQuickItem *child) { return !isFuzzilyZero(child->z()); });
-    if (stacked) {
-        std::stable_sort(children.begin(), children.end(),
-                         [](const QQuickItem *a, const QQuickItem *b) { return a->z() < b->z(); });
-    }
-    return children;
+    return inStackingOrder(item->childItems());
 }
 
 QQuickItem *recursiveQuickItemAt(QQuickItem *item, const QPointF &point)
