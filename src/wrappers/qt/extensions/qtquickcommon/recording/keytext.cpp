@@ -16,10 +16,8 @@ bool isModifierKey(int key)
     case Qt::Key_Alt:
     case Qt::Key_Super_L:
     case Qt::Key_Super_R:
-    case Qt::Key_AltGr:
-        return true;
-    default:
-        return false;
+    case Qt::Key_AltGr: return true;
+    default: return false;
     }
 }
 

@@ -11,7 +11,9 @@ namespace Vantle::QtWrapper {
 ///
 /// An alarm that isn't stopped rings again and again, as Qt's timers do; it is
 /// the observer who knows which of them it still waits for.
-class QtAlarmClock final : public QObject, public AlarmClock
+class QtAlarmClock final
+    : public QObject
+    , public AlarmClock
 {
 public:
     /// \p observer is not owned, is told of every ring, and must not be null.

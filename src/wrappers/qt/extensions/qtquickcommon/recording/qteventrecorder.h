@@ -14,7 +14,10 @@ namespace Vantle::QtWrapper {
 /// One for the process, alive as long as somebody holds it. Belongs to the
 /// thread that handles Qt's events; it may be fed from within the delivery of
 /// an event and from a flickable's signals, and rings its own alarms there.
-class QtEventRecorder final : public Shared, public EventCompressorObserver, public UISettings
+class QtEventRecorder final
+    : public Shared
+    , public EventCompressorObserver
+    , public UISettings
 {
 public:
     /// The one object. Made by the first call, and again by the first one

@@ -61,8 +61,7 @@ bool translateMouseEvent(QObject *receiver, const QMouseEvent &event, SyntheticE
     const QPoint global = event.globalPosition().toPoint();
     result->type = SyntheticEvent::Mouse;
     result->mouseEventType = mouseEventType;
-    result->button =
-        mouseEventType == SyntheticEvent::Move ? MouseButton::None : qtButtonToButtonValue(event.button());
+    result->button = mouseEventType == SyntheticEvent::Move ? MouseButton::None : qtButtonToButtonValue(event.button());
     result->globalX = global.x();
     result->globalY = global.y();
     setEventObjectAt(result, wrapAndRegisterQObject(receiver), global);
@@ -178,10 +177,8 @@ bool canBeClosedByUser(const QWindow &window)
     case Qt::Window:
     case Qt::Dialog:
     case Qt::Sheet:
-    case Qt::Tool:
-        return true;
-    default:
-        return false;
+    case Qt::Tool: return true;
+    default: return false;
     }
 }
 
@@ -235,21 +232,16 @@ bool translate(QObject *receiver, const QEvent &event, SyntheticEvent *result)
         return translateMouseEvent(receiver, static_cast<const QMouseEvent &>(event), SyntheticEvent::Release, result);
     case QEvent::MouseButtonDblClick:
         return translateDoubleClick(receiver, static_cast<const QMouseEvent &>(event), result);
-    case QEvent::MouseMove:
-        return translateMouseMove(receiver, static_cast<const QMouseEvent &>(event), result);
+    case QEvent::MouseMove: return translateMouseMove(receiver, static_cast<const QMouseEvent &>(event), result);
     case QEvent::KeyPress:
     case QEvent::ShortcutOverride:
         return translateKeyEvent(receiver, static_cast<const QKeyEvent &>(event), SyntheticEvent::KeyPress, result);
     case QEvent::KeyRelease:
         return translateKeyEvent(receiver, static_cast<const QKeyEvent &>(event), SyntheticEvent::KeyRelease, result);
-    case QEvent::Move:
-        return translateMoveEvent(receiver, static_cast<const QMoveEvent &>(event), result);
-    case QEvent::Resize:
-        return translateResizeEvent(receiver, static_cast<const QResizeEvent &>(event), result);
-    case QEvent::Close:
-        return translateCloseEvent(receiver, result);
-    case QEvent::Wheel:
-        return translateWheelEvent(receiver, static_cast<const QWheelEvent &>(event), result);
+    case QEvent::Move: return translateMoveEvent(receiver, static_cast<const QMoveEvent &>(event), result);
+    case QEvent::Resize: return translateResizeEvent(receiver, static_cast<const QResizeEvent &>(event), result);
+    case QEvent::Close: return translateCloseEvent(receiver, result);
+    case QEvent::Wheel: return translateWheelEvent(receiver, static_cast<const QWheelEvent &>(event), result);
     case QEvent::InputMethod:
         return translateInputMethodEvent(receiver, static_cast<const QInputMethodEvent &>(event), result);
     case QEvent::WindowStateChange:
@@ -261,8 +253,7 @@ bool translate(QObject *receiver, const QEvent &event, SyntheticEvent *result)
     case QEvent::TouchEnd:
     case QEvent::TouchCancel:
         return translateTouch(receiver, static_cast<const QTouchEvent &>(event), SyntheticEvent::TouchEnd, result);
-    default:
-        return false;
+    default: return false;
     }
 }
 

@@ -72,11 +72,10 @@ void QtStatementRecorder::mouseClick(SharedPtr<Object> object, const QByteArray 
                                      qint32 x, qint32 y, MouseButton::Value button, Modifier::Value modifiers,
                                      quint64 timestamp, bool longClick)
 {
-    const ClickMethods methods = longClick
-        ? ClickMethods{longMouseClickOByNameFn(), longMouseClickOBMByNameFn(), longMouseClickOCBByNameFn(),
-                       longMouseClickOCBMByNameFn()}
-        : ClickMethods{mouseClickOByNameFn(), mouseClickOBMByNameFn(), mouseClickOCBByNameFn(),
-                       mouseClickOCBMByNameFn()};
+    const ClickMethods methods = longClick ? ClickMethods{longMouseClickOByNameFn(), longMouseClickOBMByNameFn(),
+                                                          longMouseClickOCBByNameFn(), longMouseClickOCBMByNameFn()}
+                                           : ClickMethods{mouseClickOByNameFn(), mouseClickOBMByNameFn(),
+                                                          mouseClickOCBByNameFn(), mouseClickOCBMByNameFn()};
     appendClick(methods, object, objectName, objectClass, x, y, button, modifiers, timestamp);
 }
 
@@ -96,9 +95,9 @@ void QtStatementRecorder::mouseWheel(SharedPtr<Object> object, const QByteArray 
                     {integer(x), integer(y), integer(deltaX), integer(deltaY), qtModifiers(modifiers)}, timestamp);
 }
 
-void QtStatementRecorder::doubleClick(SharedPtr<Object> object, const QByteArray &objectName,
-                                      const Class *objectClass, qint32 x, qint32 y, MouseButton::Value button,
-                                      Modifier::Value modifiers, quint64 timestamp)
+void QtStatementRecorder::doubleClick(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass,
+                                      qint32 x, qint32 y, MouseButton::Value button, Modifier::Value modifiers,
+                                      quint64 timestamp)
 {
     const ClickMethods methods{doubleClickOByNameFn(), doubleClickOBMByNameFn(), doubleClickOCBByNameFn(),
                                doubleClickOCBMByNameFn()};
@@ -143,8 +142,7 @@ void QtStatementRecorder::tapObject(SharedPtr<Object> object, const QByteArray &
 }
 
 void QtStatementRecorder::touchAndDrag(SharedPtr<Object> object, const QByteArray &objectName, qint32 x, qint32 y,
-                                       qint32 dx, qint32 dy, Modifier::Value modifiers, qint32 delay,
-                                       quint64 timestamp)
+                                       qint32 dx, qint32 dy, Modifier::Value modifiers, qint32 delay, quint64 timestamp)
 {
     ObjectList arguments{integer(x), integer(y), integer(dx), integer(dy)};
     const Method *method = touchAndDragOCDByNameFn();
@@ -220,8 +218,7 @@ bool QtStatementRecorder::isRecordedWithoutCoordinates(const Class *objectClass)
 }
 
 void QtStatementRecorder::appendStatement(const Method *method, const SharedPtr<Object> &object,
-                                          const QByteArray &objectName, const ObjectList &arguments,
-                                          quint64 timestamp)
+                                          const QByteArray &objectName, const ObjectList &arguments, quint64 timestamp)
 {
     QString name = QString::fromUtf8(objectName);
     const QString mappedName = Application::self()->mappedNameFor(object, name);

@@ -45,12 +45,12 @@ public:
                        quint64 timestamp) override;
     void setWindowState(SharedPtr<Object> object, const QByteArray &objectName, qint32 state,
                         quint64 timestamp) override;
-    void tapObject(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass, qint32 x,
-                   qint32 y, Modifier::Value modifiers, quint64 timestamp) override;
-    void touchAndDrag(SharedPtr<Object> object, const QByteArray &objectName, qint32 x, qint32 y, qint32 dx,
-                      qint32 dy, Modifier::Value modifiers, qint32 delay, quint64 timestamp) override;
-    void doubleTap(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass, qint32 x,
-                   qint32 y, Modifier::Value modifiers, quint64 timestamp) override;
+    void tapObject(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass, qint32 x, qint32 y,
+                   Modifier::Value modifiers, quint64 timestamp) override;
+    void touchAndDrag(SharedPtr<Object> object, const QByteArray &objectName, qint32 x, qint32 y, qint32 dx, qint32 dy,
+                      Modifier::Value modifiers, qint32 delay, quint64 timestamp) override;
+    void doubleTap(SharedPtr<Object> object, const QByteArray &objectName, const Class *objectClass, qint32 x, qint32 y,
+                   Modifier::Value modifiers, quint64 timestamp) override;
     /// The modifiers are not written: the statement has no place for them.
     void gesture(SharedPtr<Object> object, const QByteArray &objectName, const TouchBuilder::MultiTouchInfo &info,
                  Modifier::Value modifiers, quint64 timestamp) override;
@@ -67,8 +67,8 @@ private:
         const Method *coordinatesAndModifiers; ///< and the button
     };
     void appendClick(const ClickMethods &methods, const SharedPtr<Object> &object, const QByteArray &objectName,
-                     const Class *objectClass, qint32 x, qint32 y, MouseButton::Value button,
-                     Modifier::Value modifiers, quint64 timestamp);
+                     const Class *objectClass, qint32 x, qint32 y, MouseButton::Value button, Modifier::Value modifiers,
+                     quint64 timestamp);
 
     /// The four overloads of a function for taps.
     struct TapMethods

@@ -33,9 +33,8 @@ protected:
         shown->resize(100, 100);
         shown->show();
         shown->requestActivate();
-        ASSERT_TRUE(VantleTest::waitUntil([this] {
-            return shown->isActive() && shown->contentItem()->size() == QSizeF(100, 100);
-        }));
+        ASSERT_TRUE(VantleTest::waitUntil(
+            [this] { return shown->isActive() && shown->contentItem()->size() == QSizeF(100, 100); }));
     }
 
     QQuickItem *named(const char *name) { return itemNamed(shown, name); }

@@ -81,8 +81,7 @@ void expectSameRecord(const SyntheticEvent &actual, const SyntheticEvent &expect
     EXPECT_EQ(actual.timestamp, expected.timestamp);
 }
 
-Translation::Translation()
-    : item(new QQuickItem(window->contentItem()))
+Translation::Translation() : item(new QQuickItem(window->contentItem()))
 {
     setupQtQuick();
     item->setObjectName(QStringLiteral("target"));

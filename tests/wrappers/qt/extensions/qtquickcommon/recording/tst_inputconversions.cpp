@@ -20,10 +20,9 @@ TEST(InputConversions, LeftMiddleAndRightButtonGoBothWays)
 
 TEST(InputConversions, OtherButtonsAreNone)
 {
-    for (const MouseButton::Value value :
-         {MouseButton::None, MouseButton::Wheel, MouseButton::PrimaryButton, MouseButton::SecondaryButton,
-          MouseButton::XButton1, MouseButton::XButton2, static_cast<MouseButton::Value>(3),
-          static_cast<MouseButton::Value>(-1)})
+    for (const MouseButton::Value value : {MouseButton::None, MouseButton::Wheel, MouseButton::PrimaryButton,
+                                           MouseButton::SecondaryButton, MouseButton::XButton1, MouseButton::XButton2,
+                                           static_cast<MouseButton::Value>(3), static_cast<MouseButton::Value>(-1)})
         EXPECT_EQ(buttonValueToQtButton(value), Qt::NoButton) << value;
     for (const Qt::MouseButton button : {Qt::NoButton, Qt::BackButton, Qt::ForwardButton, Qt::MaxMouseButton})
         EXPECT_EQ(qtButtonToButtonValue(button), MouseButton::None) << button;
@@ -46,8 +45,8 @@ TEST(InputConversions, EveryModifierGoesBothWays)
 TEST(InputConversions, SetsOfModifiersGoBothWays)
 {
     const Modifier::Value values = Modifier::Control | Modifier::Shift | Modifier::Alt | Modifier::Win;
-    const Qt::KeyboardModifiers qtModifiers =
-        Qt::ControlModifier | Qt::ShiftModifier | Qt::AltModifier | Qt::MetaModifier;
+    const Qt::KeyboardModifiers qtModifiers = Qt::ControlModifier | Qt::ShiftModifier | Qt::AltModifier
+        | Qt::MetaModifier;
     EXPECT_EQ(modifierValueToQtModifiers(values), qtModifiers);
     EXPECT_EQ(qtModifiersToModifierValue(static_cast<unsigned int>(qtModifiers.toInt())), values);
     EXPECT_EQ(modifierValueToQtModifiers(Modifier::None), Qt::NoModifier);

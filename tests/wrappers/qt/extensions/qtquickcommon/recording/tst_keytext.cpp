@@ -41,8 +41,8 @@ TEST(KeyText, KeepsAllOfALongerText)
 
 TEST(KeyText, OfModifierKeysIsEmpty)
 {
-    for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Meta, Qt::Key_Alt, Qt::Key_Super_L,
-                              Qt::Key_Super_R, Qt::Key_AltGr}) {
+    for (const Qt::Key key :
+         {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Meta, Qt::Key_Alt, Qt::Key_Super_L, Qt::Key_Super_R, Qt::Key_AltGr}) {
         EXPECT_EQ(textOf(key), "") << key;
         EXPECT_EQ(textOf(key, Qt::ControlModifier | Qt::KeypadModifier, QStringLiteral("x")), "") << key;
     }

@@ -21,10 +21,10 @@
 #include <QtGui/QMouseEvent>
 #include <QtGui/QStyleHints>
 #include <QtGui/qpa/qwindowsysteminterface.h>
-#include <QtQuick/QQuickItem>
-#include <QtQuick/QQuickView>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickView>
 
 #include <vector>
 
@@ -56,8 +56,8 @@ protected:
         });
     }
 
-    SyntheticEvent mouse(SyntheticEvent::MouseEventType type, int x = 0, MouseButton::Value button =
-                                                                             MouseButton::LeftButton) const
+    SyntheticEvent mouse(SyntheticEvent::MouseEventType type, int x = 0,
+                         MouseButton::Value button = MouseButton::LeftButton) const
     {
         SyntheticEvent event;
         event.type = SyntheticEvent::Mouse;
@@ -407,9 +407,8 @@ protected:
         view.setGeometry(100, 50, 200, 200);
         view.show();
         view.requestActivate();
-        ASSERT_TRUE(VantleTest::waitUntil([this] {
-            return view.isActive() && view.isExposed() && view.contentItem()->size() == QSizeF(200, 200);
-        }));
+        ASSERT_TRUE(VantleTest::waitUntil(
+            [this] { return view.isActive() && view.isExposed() && view.contentItem()->size() == QSizeF(200, 200); }));
         host = std::make_unique<Host>(QtEventRecorder::instance());
         view.installEventFilter(host.get());
     }
@@ -423,10 +422,7 @@ protected:
     void move(int x, int y) { send(QEvent::MouseMove, x, y, Qt::LeftButton, Qt::NoButton); }
     void release(int x, int y) { send(QEvent::MouseButtonRelease, x, y, Qt::NoButton); }
 
-    QQuickItem *item(const char *name) const
-    {
-        return view.rootObject()->findChild<QQuickItem *>(QLatin1String(name));
-    }
+    QQuickItem *item(const char *name) const { return view.rootObject()->findChild<QQuickItem *>(QLatin1String(name)); }
     QString nameOf(const char *name) const { return wrapAndRegisterQObject(item(name))->scriptName(); }
 
     QQuickView view;
@@ -479,7 +475,7 @@ TEST_F(RecordingAScene, TypedTextBecomesAStatementOfTheFocusItem)
         const QString text = QString(QLatin1Char(letter));
         for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
             QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::SynchronousDelivery>(&view, type, key,
-                                                                                               Qt::NoModifier, text);
+                                                                                                Qt::NoModifier, text);
     }
     QtEventRecorder::instance()->flushEventQueue();
     EXPECT_EQ(item("input")->property("text").toString(), QStringLiteral("ab"));

@@ -25,10 +25,7 @@ public:
 class PlainA : public KeyEvent
 {
 public:
-    PlainA(Type type, quint64 timestamp)
-        : KeyEvent(type, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"), timestamp)
-    {
-    }
+    PlainA(Type type, quint64 timestamp) : KeyEvent(type, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"), timestamp) {}
 };
 
 } // namespace
@@ -307,9 +304,9 @@ TEST_F(Translation, PreeditAloneIsRefused)
 
 TEST_F(Translation, OtherEventsAreRefused)
 {
-    for (const QEvent::Type type : {QEvent::None, QEvent::Timer, QEvent::Enter, QEvent::Leave, QEvent::FocusIn,
-                                    QEvent::Show, QEvent::Hide, QEvent::UpdateRequest, QEvent::InputMethodQuery,
-                                    QEvent::User, QEvent::MaxUser}) {
+    for (const QEvent::Type type :
+         {QEvent::None, QEvent::Timer, QEvent::Enter, QEvent::Leave, QEvent::FocusIn, QEvent::Show, QEvent::Hide,
+          QEvent::UpdateRequest, QEvent::InputMethodQuery, QEvent::User, QEvent::MaxUser}) {
         QEvent event(type);
         expectRefused(window.get(), event);
     }

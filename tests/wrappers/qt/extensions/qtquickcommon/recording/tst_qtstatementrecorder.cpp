@@ -4,6 +4,7 @@
 #include "hook/method.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/bynamefunctions.h"
+#include "wrappers/qt/namesfile.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <gtest/gtest.h>
@@ -36,10 +37,7 @@ QVariant valueOf(const SharedPtr<Object> &argument)
 class StatementRecording : public testing::Test
 {
 protected:
-    StatementRecording()
-    {
-        recorder.setClassesWithoutCoordinates({"Button", "Label"});
-    }
+    StatementRecording() { recorder.setClassesWithoutCoordinates({"Button", "Label"}); }
 
     /// Fails the test unless there is just the one statement, which this takes.
     void expectStatement(const Method *method, const QVariantList &arguments)
@@ -89,17 +87,39 @@ protected:
 TEST_F(StatementRecording, AllOverloadsAreTellableApart)
 {
     const std::set<const Method *> methods{
-        typeByNameFn(),             mouseWheelByNameFn(),         flickODByNameFn(),
-        closeWindowByNameFn(),      moveWindowByNameFn(),         setWindowSizeByNameFn(),
-        setWindowStateByNameFn(),   gestureOGByNameFn(),          mouseDragByNameFn(),
-        longMouseDragByNameFn(),    mouseClickOByNameFn(),        mouseClickOBMByNameFn(),
-        mouseClickOCBByNameFn(),    mouseClickOCBMByNameFn(),     longMouseClickOByNameFn(),
-        longMouseClickOBMByNameFn(), longMouseClickOCBByNameFn(), longMouseClickOCBMByNameFn(),
-        doubleClickOByNameFn(),     doubleClickOBMByNameFn(),     doubleClickOCBByNameFn(),
-        doubleClickOCBMByNameFn(),  tapObjectOByNameFn(),         tapObjectOMByNameFn(),
-        tapObjectOCByNameFn(),      tapObjectOCMByNameFn(),       doubleTapOByNameFn(),
-        doubleTapOMByNameFn(),      doubleTapOCByNameFn(),        doubleTapOCMByNameFn(),
-        touchAndDragOCDByNameFn(),  touchAndDragOCDMByNameFn(),   touchAndDragOCDMDByNameFn(),
+        typeByNameFn(),
+        mouseWheelByNameFn(),
+        flickODByNameFn(),
+        closeWindowByNameFn(),
+        moveWindowByNameFn(),
+        setWindowSizeByNameFn(),
+        setWindowStateByNameFn(),
+        gestureOGByNameFn(),
+        mouseDragByNameFn(),
+        longMouseDragByNameFn(),
+        mouseClickOByNameFn(),
+        mouseClickOBMByNameFn(),
+        mouseClickOCBByNameFn(),
+        mouseClickOCBMByNameFn(),
+        longMouseClickOByNameFn(),
+        longMouseClickOBMByNameFn(),
+        longMouseClickOCBByNameFn(),
+        longMouseClickOCBMByNameFn(),
+        doubleClickOByNameFn(),
+        doubleClickOBMByNameFn(),
+        doubleClickOCBByNameFn(),
+        doubleClickOCBMByNameFn(),
+        tapObjectOByNameFn(),
+        tapObjectOMByNameFn(),
+        tapObjectOCByNameFn(),
+        tapObjectOCMByNameFn(),
+        doubleTapOByNameFn(),
+        doubleTapOMByNameFn(),
+        doubleTapOCByNameFn(),
+        doubleTapOCMByNameFn(),
+        touchAndDragOCDByNameFn(),
+        touchAndDragOCDMByNameFn(),
+        touchAndDragOCDMDByNameFn(),
     };
     EXPECT_EQ(methods.size(), 33u);
     EXPECT_EQ(methods.count(nullptr), 0u);
@@ -330,6 +350,17 @@ TEST_F(StatementRecording, NameWithoutAReplacementStaysAsItCame)
 {
     recorder.closeWindow(object, "W\xc3\xa4hle \xe4\xbd\xa0", time);
     EXPECT_EQ(recorder.statements.front().objectName(), QStringLiteral("W\u00e4hle \u4f60"));
+}
+
+TEST_F(StatementRecording, NameWithAReplacementIsWrittenByIt)
+{
+    QString error;
+    application.setNames(NamesFile::parse(R"({"thing": "Window Thing"})", &error));
+    ASSERT_EQ(error, QString());
+    recorder.closeWindow(object, name, time);
+    recorder.closeWindow(object, "Window Other", time);
+    EXPECT_EQ(recorder.statements.front().objectName(), QStringLiteral("@thing"));
+    EXPECT_EQ(recorder.statements.back().objectName(), QStringLiteral("Window Other"));
 }
 
 TEST_F(StatementRecording, StatementsAreAppendedInOrder)

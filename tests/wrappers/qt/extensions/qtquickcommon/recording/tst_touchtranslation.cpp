@@ -17,8 +17,8 @@ const QPointingDevice *touchScreen()
 {
     static const QPointingDevice *const device = [] {
         auto *screen = new QPointingDevice(QStringLiteral("screen"), 77, QInputDevice::DeviceType::TouchScreen,
-                                           QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position,
-                                           10, 0);
+                                           QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position, 10,
+                                           0);
         QWindowSystemInterface::registerInputDevice(screen);
         return screen;
     }();
@@ -84,10 +84,9 @@ TEST_F(TouchTranslation, FingersAreCopiedInOrder)
     QEventPoint moved = finger(9, 25, 40, QEventPoint::Updated, QSizeF(8, 12));
     QMutableEventPoint::setPressure(moved, 0.25);
     QMutableEventPoint::setPosition(moved, QPointF(25.5, 40.25));
-    ASSERT_TRUE(touch(QEvent::TouchUpdate, {moved, finger(2, 1, 2, QEventPoint::Stationary),
-                                            finger(3, 3, 4, QEventPoint::Released),
-                                            finger(4, 5, 6, QEventPoint::Pressed),
-                                            finger(5, 7, 8, QEventPoint::Unknown)}));
+    ASSERT_TRUE(touch(QEvent::TouchUpdate,
+                      {moved, finger(2, 1, 2, QEventPoint::Stationary), finger(3, 3, 4, QEventPoint::Released),
+                       finger(4, 5, 6, QEventPoint::Pressed), finger(5, 7, 8, QEventPoint::Unknown)}));
     const auto &points = result.touch.points;
     ASSERT_EQ(points.size(), 5u);
     EXPECT_EQ(points[0].id, 9);
@@ -226,8 +225,7 @@ public:
             records.push_back(record);
             break;
         }
-        default:
-            break;
+        default: break;
         }
         return false;
     }

@@ -165,8 +165,8 @@ TEST_F(WindowTranslation, UnfoldingCountsForEveryKindOfTopLevelWindowOnly)
 {
     const QSize folded(640, 5);
     const QSize unfolded(640, 480);
-    for (const Qt::WindowFlags flags : {Qt::WindowFlags(Qt::Window), Qt::WindowFlags(Qt::Popup),
-                                        Qt::WindowFlags(Qt::Dialog), Qt::WindowFlags(0x8)}) {
+    for (const Qt::WindowFlags flags :
+         {Qt::WindowFlags(Qt::Window), Qt::WindowFlags(Qt::Popup), Qt::WindowFlags(Qt::Dialog), Qt::WindowFlags(0x8)}) {
         QWindow topLevel;
         topLevel.setFlags(flags);
         ASSERT_TRUE(showsExposed(topLevel));
@@ -226,8 +226,8 @@ TEST_F(WindowTranslation, CloseCountsForTheKindsOfWindowsThatHaveAFrame)
         framed.setFlags(type);
         EXPECT_TRUE(closes(framed)) << type;
     }
-    for (const Qt::WindowType type : {Qt::Widget, Qt::Drawer, Qt::Popup, Qt::ToolTip, Qt::SplashScreen,
-                                      Qt::Desktop, Qt::SubWindow, Qt::ForeignWindow, Qt::CoverWindow}) {
+    for (const Qt::WindowType type : {Qt::Widget, Qt::Drawer, Qt::Popup, Qt::ToolTip, Qt::SplashScreen, Qt::Desktop,
+                                      Qt::SubWindow, Qt::ForeignWindow, Qt::CoverWindow}) {
         QWindow frameless;
         frameless.setFlags(type);
         EXPECT_FALSE(closes(frameless)) << type;
@@ -254,8 +254,9 @@ TEST_F(WindowTranslation, ACloseButtonCountsOnWindowsOfAnyKind)
 
 TEST_F(WindowTranslation, StateChangeIsRecordedInTheValuesOfScripts)
 {
-    const std::pair<Qt::WindowState, int> rows[] = {
-        {Qt::WindowMaximized, 2}, {Qt::WindowMinimized, 3}, {Qt::WindowFullScreen, 4}};
+    const std::pair<Qt::WindowState, int> rows[] = {{Qt::WindowMaximized, 2},
+                                                    {Qt::WindowMinimized, 3},
+                                                    {Qt::WindowFullScreen, 4}};
     for (const auto &[state, value] : rows) {
         window->setWindowState(state);
         QWindowStateChangeEvent event(Qt::WindowNoState);
