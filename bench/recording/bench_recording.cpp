@@ -3,15 +3,17 @@
 // events without recording, and a bare walk that finds the item under the
 // pointer: recording may grow with the scene like the walk, and not faster.
 
+#include "hook/logger.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
+#include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QMouseEvent>
 #include <QtQuick/QQuickItem>
-#include <QtQuick/QQuickWindow>
+#include <QtQuick/QQuickView>
 
 #include <benchmark/benchmark.h>
 
@@ -82,7 +84,8 @@ public:
             recorder->eatEvent(result);
     }
 
-    QQuickWindow window;
+    // With an engine, as windows of programs have one; extensions are looked for.
+    QQuickView window;
     Vantle::SharedPtr<QtEventRecorder> recorder = QtEventRecorder::instance();
 
 private:
@@ -201,6 +204,14 @@ void scenes(benchmark::internal::Benchmark *benchmark)
     benchmark->Unit(benchmark::kMicrosecond);
 }
 
+class SilentLogger : public Vantle::Logger
+{
+    void info(const std::string &) override {}
+    void warning(const std::string &) override {}
+    void level3(const std::string &) override {}
+    void level4(const std::string &) override {}
+};
+
 BENCHMARK(bareWalkOnly)->Apply(scenes);
 BENCHMARK(deliverMove)->Apply(scenes);
 BENCHMARK(recordMove)->Apply(scenes);
@@ -218,6 +229,8 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
     const QGuiApplication gui(argc, argv);
+    SilentLogger logger;
+    Vantle::QtQuickCommon::setLogger(&logger);
     Application application;
     setupQtQuick();
     benchmark::Initialize(&argc, argv);
