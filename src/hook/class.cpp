@@ -205,11 +205,11 @@ SharedPtr<Object> Class::invoke(const SharedPtr<Object> &object, int index, cons
     return nullptr;
 }
 
-SharedPtr<Object> Class::invoke(const SharedPtr<Object> &object, const QString &name,
-                                const ObjectList &arguments) const
+SharedPtr<Object> Class::invoke(const SharedPtr<Object> &object, const QString &name, const ObjectList &arguments) const
 {
-    const Method *const method =
-        findInHierarchy(this, [&name](const Class *type) { return memberNamed(type->methods(), name); });
+    const Method *const method = findInHierarchy(this, [&name](const Class *type) {
+        return memberNamed(type->methods(), name);
+    });
     if (method)
         return invoke(object, method, arguments);
     raiseMissing(this, QStringLiteral("method ") + quoted(name));
@@ -235,8 +235,9 @@ bool Class::setProperty(const SharedPtr<Object> &object, int index, const Shared
 
 bool Class::setProperty(const SharedPtr<Object> &object, const QString &name, const SharedPtr<Object> &value) const
 {
-    const Property *const property =
-        findInHierarchy(this, [&name](const Class *type) { return memberNamed(type->properties(), name); });
+    const Property *const property = findInHierarchy(this, [&name](const Class *type) {
+        return memberNamed(type->properties(), name);
+    });
     if (property)
         return setProperty(object, property, value);
     raiseMissing(this, QStringLiteral("property ") + quoted(name));
@@ -262,8 +263,9 @@ SharedPtr<Object> Class::getProperty(const SharedPtr<Object> &object, int index)
 
 SharedPtr<Object> Class::getProperty(const SharedPtr<Object> &object, const QString &name) const
 {
-    const Property *const property =
-        findInHierarchy(this, [&name](const Class *type) { return memberNamed(type->properties(), name); });
+    const Property *const property = findInHierarchy(this, [&name](const Class *type) {
+        return memberNamed(type->properties(), name);
+    });
     if (property)
         return getProperty(object, property);
     raiseMissing(this, QStringLiteral("property ") + quoted(name));

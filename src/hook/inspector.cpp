@@ -154,8 +154,8 @@ SharedPtr<Object> Inspector::callGlobalMethod(const QString &name, const ObjectL
         return nullptr;
     }
     if (!method->function()) {
-        raiseError(QStringLiteral("%1 cannot be called in this program: nothing carries it out")
-                       .arg(signatureText(*method)));
+        raiseError(
+            QStringLiteral("%1 cannot be called in this program: nothing carries it out").arg(signatureText(*method)));
         return nullptr;
     }
     const SharedPtr<Object> result = method->function()(converted(arguments, method->signature()), nullptr);

@@ -14,8 +14,7 @@ Argument::Argument(const QString &name, const Class *type, unsigned int passing,
 {
 }
 
-Argument::Argument(const Class *type, unsigned int passing, int flags)
-    : Argument(QString(), type, passing, flags)
+Argument::Argument(const Class *type, unsigned int passing, int flags) : Argument(QString(), type, passing, flags)
 {
 }
 
@@ -28,8 +27,12 @@ QJsonObject Argument::describe() const
     return description;
 }
 
-Signature::Signature(const Argument &argument) : m_arguments{argument} {}
-Signature::Signature(const QList<Argument> &arguments) : m_arguments(arguments) {}
+Signature::Signature(const Argument &argument) : m_arguments{argument}
+{
+}
+Signature::Signature(const QList<Argument> &arguments) : m_arguments(arguments)
+{
+}
 
 Method::Method(const Argument &result, const QString &name, const Signature &signature)
     : m_result(result)
@@ -52,8 +55,7 @@ QJsonObject Method::describe() const
     };
 }
 
-GlobalMethod::GlobalMethod(GlobalFunction call, const Argument &result, const QString &name,
-                           const Signature &signature)
+GlobalMethod::GlobalMethod(GlobalFunction call, const Argument &result, const QString &name, const Signature &signature)
     : Method(result, name, signature)
     , m_function(call)
 {
@@ -71,9 +73,7 @@ void GlobalClass::addMethod(const GlobalMethod *method)
         m_methods.append(method);
 }
 
-Property::Property(const QString &name, const Class *type)
-    : m_name(name)
-    , m_type(type)
+Property::Property(const QString &name, const Class *type) : m_name(name), m_type(type)
 {
 }
 

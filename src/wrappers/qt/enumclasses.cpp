@@ -22,12 +22,8 @@ constexpr Enum::Item MouseButtons[] = {
 };
 
 constexpr Enum::Item KeyboardModifiers[] = {
-    {"NoModifier", Qt::NoModifier},
-    {"ShiftModifier", Qt::ShiftModifier},
-    {"ControlModifier", Qt::ControlModifier},
-    {"AltModifier", Qt::AltModifier},
-    {"MetaModifier", Qt::MetaModifier},
-    {nullptr, 0},
+    {"NoModifier", Qt::NoModifier},   {"ShiftModifier", Qt::ShiftModifier}, {"ControlModifier", Qt::ControlModifier},
+    {"AltModifier", Qt::AltModifier}, {"MetaModifier", Qt::MetaModifier},   {nullptr, 0},
 };
 
 void registerEnumClass(const QString &className, const QString &enumName, const Enum::Item *items)

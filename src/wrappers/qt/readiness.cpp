@@ -14,8 +14,8 @@ QString describeTarget(const SharedPtr<Object> &object, int x, int y)
 {
     const QString name = object->scriptName();
     const QString target = name.isEmpty() ? QStringLiteral("an object of type %1").arg(object->className()) : name;
-    return x < 0 && y < 0 ? target : QStringLiteral("%1 at (%2, %3)")
-                                       .arg(target, QString::number(x), QString::number(y));
+    return x < 0 && y < 0 ? target
+                          : QStringLiteral("%1 at (%2, %3)").arg(target, QString::number(x), QString::number(y));
 }
 
 /// Why \p operation can't be done, as a sentence for the script; empty when it can.
@@ -56,8 +56,9 @@ QString windowNotReadyReason(QWindow *window)
 bool ensureValidVisibleAndReady(const SharedPtr<Object> &object, int x, int y, const QString &operation,
                                 const InteractionDelegate **delegate)
 {
-    const InteractionDelegate *const found =
-        object ? DelegateFactory::self()->interactionDelegate(object->objectClass()) : nullptr;
+    const InteractionDelegate *const found = object
+        ? DelegateFactory::self()->interactionDelegate(object->objectClass())
+        : nullptr;
     if (const QString message = refusal(object, x, y, operation, found); !message.isEmpty()) {
         Inspector::self()->raiseError(message);
         return false;

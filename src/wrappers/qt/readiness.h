@@ -25,7 +25,6 @@ VANTLEQTWRAPPER_EXPORT QString windowNotReadyReason(QWindow *window);
 /// only serve for the message: what lies at the point is not looked at. If the
 /// object can be acted on, \p delegate, which may be null, gets what said so.
 VANTLEQTWRAPPER_EXPORT bool ensureValidVisibleAndReady(const SharedPtr<Object> &object, int x, int y,
-                                                       const QString &operation,
-                                                       const InteractionDelegate **delegate);
+                                                       const QString &operation, const InteractionDelegate **delegate);
 
 } // namespace Vantle::QtWrapper

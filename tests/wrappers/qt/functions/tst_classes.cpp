@@ -26,11 +26,7 @@ constexpr Enum::Item Sizes[] = {{"Small", 1}, {"Large", 7}, {"Huge", 7}, {nullpt
 class FullClass : public Class
 {
 public:
-    FullClass(const char *name, const Class *super)
-        : Class(QString::fromLatin1(name), super)
-    {
-        setCounts();
-    }
+    FullClass(const char *name, const Class *super) : Class(QString::fromLatin1(name), super) { setCounts(); }
 
     const Method *createConstructor(int index) const override { return create<Method>(ConstructorOffset, index); }
     const Method *createMethod(int index) const override { return create<Method>(MethodOffset, index); }
@@ -65,7 +61,8 @@ public:
     }
     SharedPtr<Object> construct(const Method *constructor, const ObjectList &arguments) const override
     {
-        return constructor ? Inspector::self()->createString(constructor->name()) : Class::construct(nullptr, arguments);
+        return constructor ? Inspector::self()->createString(constructor->name())
+                           : Class::construct(nullptr, arguments);
     }
 
     mutable std::vector<int> created;
@@ -104,10 +101,7 @@ class Classes : public testing::Test
 protected:
     Classes() { Inspector::self()->takeError(); }
 
-    static SharedPtr<Object> objectOf(const Class *type)
-    {
-        return SharedPtr<Object>(new Value<int>(type, 1));
-    }
+    static SharedPtr<Object> objectOf(const Class *type) { return SharedPtr<Object>(new Value<int>(type, 1)); }
 
     FullClass base{"Base", nullptr};
     FullClass derived{"Derived", &base};

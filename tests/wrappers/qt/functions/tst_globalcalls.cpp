@@ -167,9 +167,10 @@ TEST_F(GlobalCalls, UnknownFunctionIsAnError)
 TEST_F(GlobalCalls, ArgumentsThatFitNoOverloadAreAnErrorThatListsThem)
 {
     EXPECT_TRUE(call("act", {objectOf(types->stranger), inspector->createString("%1")}).isNull());
-    EXPECT_EQ(error, QStringLiteral("No overload fits the call act(Stranger, QString). There are: act(thing: Thing); "
-                                    "act(item: Item); act(item: Item, value: int); act(item: Item, value: double); "
-                                    "act(item: Item, value: double); act(value: QString)"));
+    EXPECT_EQ(error,
+              QStringLiteral("No overload fits the call act(Stranger, QString). There are: act(thing: Thing); "
+                             "act(item: Item); act(item: Item, value: int); act(item: Item, value: double); "
+                             "act(item: Item, value: double); act(value: QString)"));
     EXPECT_EQ(lastCall, QString());
 }
 
@@ -212,8 +213,9 @@ TEST_F(GlobalCalls, FunctionMayCallOthersAndSurviveTheirErrors)
 
 TEST_F(GlobalCalls, FindGivesTheOverloadWithoutCallingIt)
 {
-    const GlobalMethod *const method =
-        inspector->findGlobalMethod(QStringLiteral("act"), {objectOf(types->button), inspector->createInteger(1)});
+    const GlobalMethod *const method = inspector->findGlobalMethod(QStringLiteral("act"),
+                                                                   {objectOf(types->button),
+                                                                    inspector->createInteger(1)});
     ASSERT_NE(method, nullptr);
     EXPECT_EQ(method->function(), &overload<3>);
     EXPECT_EQ(lastCall, QString());

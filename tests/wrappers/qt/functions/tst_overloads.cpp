@@ -62,17 +62,18 @@ TEST_F(Overloads, OfTheInteractionFunctionsTakeWhatThoseByNameTakeWithAnObjectIn
     // Registered for good, so the class must stay too.
     const auto *const type = new Class(QStringLiteral("Widget"));
     registerInteractionOverloadsFor(type);
-    EXPECT_THAT(added(), IsSupersetOf({
-                             "type(object: Widget, text: QString)",
-                             "mouseClick(object: Widget)",
-                             "mouseClick(object: Widget, x: int, y: int, modifiers: Qt::KeyboardModifiers, "
-                             "button: Qt::MouseButton)",
-                             "mouseDrag(object: Widget, x: int, y: int, dx: int, dy: int, "
-                             "modifiers: Qt::KeyboardModifiers, button: Qt::MouseButton)",
-                             "touchAndDrag(object: Widget, x: int, y: int, dx: int, dy: int, "
-                             "modifiers: Qt::KeyboardModifiers, delay: int)",
-                             "gesture(object: Widget, gesture: QString)",
-                         }));
+    EXPECT_THAT(added(),
+                IsSupersetOf({
+                    "type(object: Widget, text: QString)",
+                    "mouseClick(object: Widget)",
+                    "mouseClick(object: Widget, x: int, y: int, modifiers: Qt::KeyboardModifiers, "
+                    "button: Qt::MouseButton)",
+                    "mouseDrag(object: Widget, x: int, y: int, dx: int, dy: int, "
+                    "modifiers: Qt::KeyboardModifiers, button: Qt::MouseButton)",
+                    "touchAndDrag(object: Widget, x: int, y: int, dx: int, dy: int, "
+                    "modifiers: Qt::KeyboardModifiers, delay: int)",
+                    "gesture(object: Widget, gesture: QString)",
+                }));
     EXPECT_EQ(added().size(), 28U);
     for (const char *window : {"closeWindow", "moveWindow", "setWindowSize", "setWindowState", "flick"}) {
         EXPECT_THAT(added(), Not(Contains(testing::StartsWith(window))));
@@ -88,9 +89,11 @@ TEST_F(Overloads, OfTheInteractionFunctionsAreFoundByObjectAndButtonAsANumber)
     registerInteractionOverloadsFor(classForMetaObject(&QWindow::staticMetaObject));
     Inspector *const inspector = Inspector::self();
     QWindow window;
-    const GlobalMethod *const method = inspector->findGlobalMethod(
-        QStringLiteral("mouseClick"), {wrapAndRegisterQObject(&window), inspector->createInteger(3),
-                                       inspector->createInteger(4), inspector->createInteger(Qt::RightButton)});
+    const GlobalMethod *const method = inspector->findGlobalMethod(QStringLiteral("mouseClick"),
+                                                                   {wrapAndRegisterQObject(&window),
+                                                                    inspector->createInteger(3),
+                                                                    inspector->createInteger(4),
+                                                                    inspector->createInteger(Qt::RightButton)});
     ASSERT_NE(method, nullptr);
     EXPECT_EQ(signatureText(method), "mouseClick(object: QWindow, x: int, y: int, button: Qt::MouseButton)");
 }
@@ -109,9 +112,10 @@ TEST_F(Overloads, OfDragAndDropGoFromTheFirstClassToTheSecond)
     const auto *const source = new Class(QStringLiteral("Source"));
     const auto *const target = new Class(QStringLiteral("Target"));
     registerDragAndDropOverloadsWithTarget(source, target);
-    EXPECT_THAT(added(), ElementsAre("dragAndDrop(object: Source, target: Target)",
-                                     "dragAndDrop(object: Source, x: int, y: int, target: Target, targetX: int, "
-                                     "targetY: int)"));
+    EXPECT_THAT(added(),
+                ElementsAre("dragAndDrop(object: Source, target: Target)",
+                            "dragAndDrop(object: Source, x: int, y: int, target: Target, targetX: int, "
+                            "targetY: int)"));
 }
 
 TEST_F(Overloads, OfFlickCallTheirFunction)
@@ -122,9 +126,10 @@ TEST_F(Overloads, OfFlickCallTheirFunction)
     EXPECT_THAT(added(), ElementsAre("flick(list: QWindow, dx: int, dy: int)"));
     Inspector *const inspector = Inspector::self();
     QWindow window;
-    const SharedPtr<Object> result = inspector->callGlobalMethod(
-        QStringLiteral("flick"),
-        {wrapAndRegisterQObject(&window), inspector->createInteger(1), inspector->createInteger(2)});
+    const SharedPtr<Object> result = inspector->callGlobalMethod(QStringLiteral("flick"),
+                                                                 {wrapAndRegisterQObject(&window),
+                                                                  inspector->createInteger(1),
+                                                                  inspector->createInteger(2)});
     ASSERT_FALSE(result.isNull()) << inspector->takeError().toStdString();
     EXPECT_TRUE(result->sameAs(inspector->createInteger(3)));
 }

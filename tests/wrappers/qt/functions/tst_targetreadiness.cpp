@@ -68,10 +68,14 @@ TEST_F(TargetReadiness, ObjectThatIsNotReadyIsRefusedByNameWithTheReason)
     const SharedPtr<Object> object = wrapAndRegisterQObject(&window);
     const QString name = object->scriptName();
     ASSERT_FALSE(name.isEmpty());
-    EXPECT_EQ(ask(object), std::pair(false, QStringLiteral("Cannot mouseClick on ") + name
-                                         + QStringLiteral(": the window is not visible")));
-    EXPECT_EQ(ask(object, 0, 7), std::pair(false, QStringLiteral("Cannot mouseClick on ") + name
-                                               + QStringLiteral(" at (0, 7): the window is not visible")));
+    EXPECT_EQ(ask(object),
+              std::pair(false,
+                        QStringLiteral("Cannot mouseClick on ") + name
+                            + QStringLiteral(": the window is not visible")));
+    EXPECT_EQ(ask(object, 0, 7),
+              std::pair(false,
+                        QStringLiteral("Cannot mouseClick on ") + name
+                            + QStringLiteral(" at (0, 7): the window is not visible")));
 }
 
 TEST_F(TargetReadiness, ReadyObjectIsAcceptedAndItsDelegateHandedOut)

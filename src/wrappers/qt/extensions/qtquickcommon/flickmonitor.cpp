@@ -53,8 +53,8 @@ FlickMonitor::FlickStates::iterator FlickMonitor::findWatch(const QQuickFlickabl
 
 void FlickMonitor::watchFlickable(QQuickFlickable *flickable, QQuickItem *item)
 {
-    VANTLE_TRACE("Watching flickable " << flickable << " for item " << item << ". " << "Currently watching "
-                                       << flickables.size() << " other flickables.");
+    VANTLE_TRACE("Watching flickable " << flickable << " for item " << item << ". "
+                                       << "Currently watching " << flickables.size() << " other flickables.");
     const FlickState state{item, contentPosition(flickable), false};
     connect(flickable, &QQuickFlickable::movementStarted, this, &FlickMonitor::flickable_movementStarted);
     connect(flickable, &QQuickFlickable::movementEnded, this, &FlickMonitor::flickable_movementEnded);
@@ -109,7 +109,9 @@ void FlickMonitor::flickable_movementStarted()
         return;
 
     const FlickState fs = *watch;
-    VANTLE_TRACE("Informing observer about start of flick; " << "fs.contentStartPos" << "=" << fs.contentStartPos);
+    VANTLE_TRACE("Informing observer about start of flick; "
+                 << "fs.contentStartPos"
+                 << "=" << fs.contentStartPos);
     // Nothing may follow: the observer may destroy all that this works on.
     observer->flickStarted(flickable, fs.contentStartPos, fs.item);
 }
@@ -132,7 +134,9 @@ void FlickMonitor::flickable_movementEnded()
     const FlickState fs = *watch;
     // The start position, although the observer gets that of the end: with
     // both ends in the trace of one flick its distance can be read off.
-    VANTLE_TRACE("Informing observer about end of flick; " << "fs.contentStartPos" << "=" << fs.contentStartPos);
+    VANTLE_TRACE("Informing observer about end of flick; "
+                 << "fs.contentStartPos"
+                 << "=" << fs.contentStartPos);
     const QPointer<FlickMonitor> monitorGuard(this);
     const QPointer<QQuickFlickable> flickableGuard(flickable);
     observer->flickEnded(flickable, position, fs.item);

@@ -19,8 +19,7 @@ const char *nameOfWindowState(qint32 state)
 
 } // namespace
 
-WindowStateClass::WindowStateClass()
-    : Class(QStringLiteral("WindowState"), true)
+WindowStateClass::WindowStateClass() : Class(QStringLiteral("WindowState"), true)
 {
     setMemberCount(ConstructorOffset, 0);
     setMemberCount(MethodOffset, 0);

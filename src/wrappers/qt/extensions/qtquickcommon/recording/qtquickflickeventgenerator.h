@@ -45,8 +45,8 @@ public:
     VANTLEQTQUICKCOMMON_EXPORT virtual ~QtQuickFlickEventGenerator();
 
 private:
-    VANTLEQTQUICKCOMMON_EXPORT void compressFlickEvent(QQuickItem *flickable, const QPointF &position,
-                                                       QQuickItem *item, SyntheticEvent::FlickState state);
+    VANTLEQTQUICKCOMMON_EXPORT void compressFlickEvent(QQuickItem *flickable, const QPointF &position, QQuickItem *item,
+                                                       SyntheticEvent::FlickState state);
 
     SharedPtr<QtEventRecorder> recorder;
     const Class *quickItemClass;

@@ -27,9 +27,10 @@ constexpr int StepCount = 12;
 QPointingDevice *touchScreen()
 {
     static QPointingDevice *const device = [] {
-        auto *const made = new QPointingDevice(
-            QStringLiteral("test touch screen"), 77, QInputDevice::DeviceType::TouchScreen,
-            QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position, 5, 0);
+        auto *const made = new QPointingDevice(QStringLiteral("test touch screen"), 77,
+                                               QInputDevice::DeviceType::TouchScreen,
+                                               QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position,
+                                               5, 0);
         QWindowSystemInterface::registerInputDevice(made);
         return made;
     }();
@@ -93,13 +94,11 @@ void RecordingFilter::stop()
     m_recorder = nullptr;
 }
 
-FlickScene::FlickScene()
-    : application(WrapperConfig{.compressionDebugLevel = 1, .classesWithoutCoordinates = {}})
+FlickScene::FlickScene() : application(WrapperConfig{.compressionDebugLevel = 1, .classesWithoutCoordinates = {}})
 {
     warningGuard = qInstallMessageHandler(passOnOtherMessages);
     setupQtQuick();
-    application.setStatementHandler(
-        [this](const EventData &statement) { statements.push_back(toText(statement)); });
+    application.setStatementHandler([this](const EventData &statement) { statements.push_back(toText(statement)); });
 }
 
 FlickScene::~FlickScene()
@@ -142,8 +141,8 @@ void FlickScene::send(Step step, QPoint point)
     finger.state = states[static_cast<int>(step)];
     finger.area = QRectF(global, QSizeF(0, 0));
     finger.pressure = step == Step::Release ? 0 : 1;
-    QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(
-        window.get(), m_time, touchScreen(), {finger});
+    QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(window.get(), m_time,
+                                                                                          touchScreen(), {finger});
     if (step == Step::Move)
         waitForFrame();
 }

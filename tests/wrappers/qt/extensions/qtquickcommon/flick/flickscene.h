@@ -44,7 +44,10 @@ private:
 class FlickScene : public testing::Test
 {
 protected:
-    enum class Pointer { Mouse, Finger };
+    enum class Pointer {
+        Mouse,
+        Finger
+    };
 
     FlickScene();
     ~FlickScene() override;
@@ -82,7 +85,11 @@ protected:
     std::vector<std::string> statements;
 
 private:
-    enum class Step { Press, Move, Release };
+    enum class Step {
+        Press,
+        Move,
+        Release
+    };
     void send(Step step, QPoint point);
     void waitForFrame();
 

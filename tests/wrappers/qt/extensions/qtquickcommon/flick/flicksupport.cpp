@@ -22,10 +22,8 @@ LibraryLog::~LibraryLog()
 
 TraceLog::TraceLog()
 {
-    corvaline::tracelib::setSink(
-        [this](const corvaline::tracelib::TracePoint &, const char *text, corvaline::tracelib::VariableSnapshot *) {
-            m_texts.emplace_back(text);
-        });
+    corvaline::tracelib::setSink([this](const corvaline::tracelib::TracePoint &, const char *text,
+                                        corvaline::tracelib::VariableSnapshot *) { m_texts.emplace_back(text); });
     corvaline::tracelib::setGroups("qtquick");
 }
 

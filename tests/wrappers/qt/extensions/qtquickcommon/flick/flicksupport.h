@@ -51,7 +51,10 @@ std::string addressText(const void *address);
 /// One report of a flick monitor.
 struct FlickReport
 {
-    enum Kind { Started, Ended };
+    enum Kind {
+        Started,
+        Ended
+    };
 
     Kind kind;
     QQuickItem *flickable;

@@ -203,8 +203,8 @@ TEST_F(FlickEvents, TouchOfSeveralFingersWatchesNothingAndItsEndOnlyTraces)
     EXPECT_EQ(watched(), 0);
     EXPECT_THAT(trace.takeTexts(), IsEmpty());
     generator->peekSyntheticEvent(touch(item.get(), SyntheticEvent::TouchEnd, 2));
-    EXPECT_THAT(trace.takeTexts(), ElementsAre(EndsWith(", 0 flickables left to watch"),
-                                               EndsWith(", 0 flickables left to watch")));
+    EXPECT_THAT(trace.takeTexts(),
+                ElementsAre(EndsWith(", 0 flickables left to watch"), EndsWith(", 0 flickables left to watch")));
 }
 
 TEST_F(FlickEvents, TouchEndOfSeveralFingersEndsTheWatch)
@@ -250,8 +250,7 @@ TEST_F(FlickEvents, MovementStandsInTheQueueBetweenPressAndRelease)
     Q_EMIT inner->movementStarted();
     handTime = 1040;
     offer(mouse(item.get(), SyntheticEvent::Release));
-    EXPECT_THAT(typesOf(queue()),
-                ElementsAre(SyntheticEvent::Mouse, SyntheticEvent::Flick, SyntheticEvent::Mouse));
+    EXPECT_THAT(typesOf(queue()), ElementsAre(SyntheticEvent::Mouse, SyntheticEvent::Flick, SyntheticEvent::Mouse));
 
     std::vector<EventData> statements;
     application.setStatementHandler([&](const EventData &statement) { statements.push_back(statement); });

@@ -103,8 +103,9 @@ TEST_F(FlickMonitoring, WatchOfAMovingFlickableOutlivesTheReleaseAndEndsWithTheM
 
     Q_EMIT inner.movementEnded();
     EXPECT_THAT(watched(), IsEmpty());
-    EXPECT_THAT(reports.take(), ElementsAre(FlickReport{Started, &inner, QPointF(0, -30), &item},
-                                            FlickReport{Ended, &inner, QPointF(0, -30), &item}));
+    EXPECT_THAT(reports.take(),
+                ElementsAre(FlickReport{Started, &inner, QPointF(0, -30), &item},
+                            FlickReport{Ended, &inner, QPointF(0, -30), &item}));
 }
 
 TEST_F(FlickMonitoring, StartIsReportedWithThePositionAtThePressAndTheEndWithThatAtTheEnd)
@@ -115,8 +116,9 @@ TEST_F(FlickMonitoring, StartIsReportedWithThePositionAtThePressAndTheEndWithTha
     inner.setContentX(7.5);
     inner.setContentY(80);
     Q_EMIT inner.movementEnded();
-    EXPECT_THAT(reports.take(), ElementsAre(FlickReport{Started, &inner, QPointF(0, -30), &item},
-                                            FlickReport{Ended, &inner, QPointF(7.5, 80), &item}));
+    EXPECT_THAT(reports.take(),
+                ElementsAre(FlickReport{Started, &inner, QPointF(0, -30), &item},
+                            FlickReport{Ended, &inner, QPointF(7.5, 80), &item}));
 }
 
 TEST_F(FlickMonitoring, NestedFlickablesReportEachForItself)
@@ -128,10 +130,11 @@ TEST_F(FlickMonitoring, NestedFlickablesReportEachForItself)
     Q_EMIT outer.movementEnded();
     EXPECT_THAT(watched(), ElementsAre(&inner));
     Q_EMIT inner.movementEnded();
-    EXPECT_THAT(reports.take(), ElementsAre(FlickReport{Started, &outer, QPointF(100, 0), &item},
-                                            FlickReport{Started, &inner, QPointF(0, -30), &item},
-                                            FlickReport{Ended, &outer, QPointF(150, 0), &item},
-                                            FlickReport{Ended, &inner, QPointF(0, -30), &item}));
+    EXPECT_THAT(reports.take(),
+                ElementsAre(FlickReport{Started, &outer, QPointF(100, 0), &item},
+                            FlickReport{Started, &inner, QPointF(0, -30), &item},
+                            FlickReport{Ended, &outer, QPointF(150, 0), &item},
+                            FlickReport{Ended, &inner, QPointF(0, -30), &item}));
 }
 
 TEST_F(FlickMonitoring, PressOnAFlickableItselfWatchesItForItself)
@@ -214,13 +217,13 @@ TEST_F(FlickMonitoring, SignalsOfAFlickableThatIsNotWatchedAreLoggedAndReportedT
 {
     press();
     QQuickFlickable stranger;
-    QObject::connect(&stranger, &QQuickFlickable::movementStarted, &monitor,
-                     &FlickMonitor::flickable_movementStarted);
+    QObject::connect(&stranger, &QQuickFlickable::movementStarted, &monitor, &FlickMonitor::flickable_movementStarted);
     QObject::connect(&stranger, &QQuickFlickable::movementEnded, &monitor, &FlickMonitor::flickable_movementEnded);
     Q_EMIT stranger.movementStarted();
     Q_EMIT stranger.movementEnded();
-    EXPECT_THAT(log.warnings, ElementsAre("Start of flick seen for flickable that is not monitored",
-                                          "End of flick seen for flickable that is not monitored"));
+    EXPECT_THAT(log.warnings,
+                ElementsAre("Start of flick seen for flickable that is not monitored",
+                            "End of flick seen for flickable that is not monitored"));
     EXPECT_THAT(reports.take(), IsEmpty());
     EXPECT_EQ(monitor.watches().size(), 2);
 }
@@ -279,9 +282,9 @@ TEST_F(FlickMonitoring, CountsTheWatchItselfWhenItBeginsAnew)
     monitor.watchFlickable(&inner, &inner);
     TraceLog trace;
     monitor.watchFlickable(&inner, nullptr);
-    EXPECT_THAT(trace.takeTexts(), ElementsAre("Watching flickable " + addressText(&inner)
-                                               + " for item " + debugText(nullptr)
-                                               + ". Currently watching 1 other flickables."));
+    EXPECT_THAT(trace.takeTexts(),
+                ElementsAre("Watching flickable " + addressText(&inner) + " for item " + debugText(nullptr)
+                            + ". Currently watching 1 other flickables."));
     EXPECT_EQ(monitor.watches().size(), 1);
 }
 

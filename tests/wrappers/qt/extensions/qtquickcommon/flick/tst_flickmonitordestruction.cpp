@@ -19,8 +19,19 @@ namespace {
 constexpr auto Started = FlickReport::Started;
 constexpr auto Ended = FlickReport::Ended;
 
-enum class Victim { Flickable, Item, Monitor, All };
-enum class Moment { Watched, StartReport, Moving, Released, EndReport };
+enum class Victim {
+    Flickable,
+    Item,
+    Monitor,
+    All
+};
+enum class Moment {
+    Watched,
+    StartReport,
+    Moving,
+    Released,
+    EndReport
+};
 
 /// One flick during which something dies.
 class DestructionDuringAFlick : public testing::TestWithParam<std::tuple<Victim, Moment, bool>>
@@ -104,12 +115,12 @@ TEST_P(DestructionDuringAFlick, IsSurvived)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    AtEveryPoint, DestructionDuringAFlick,
-    testing::Combine(testing::Values(Victim::Flickable, Victim::Item, Victim::Monitor, Victim::All),
-                     testing::Values(Moment::Watched, Moment::StartReport, Moment::Moving, Moment::Released,
-                                     Moment::EndReport),
-                     testing::Bool()));
+INSTANTIATE_TEST_SUITE_P(AtEveryPoint, DestructionDuringAFlick,
+                         testing::Combine(testing::Values(Victim::Flickable, Victim::Item, Victim::Monitor,
+                                                          Victim::All),
+                                          testing::Values(Moment::Watched, Moment::StartReport, Moment::Moving,
+                                                          Moment::Released, Moment::EndReport),
+                                          testing::Bool()));
 
 TEST(FlickMonitorWithDeadFlickables, CountsThemInItsTraces)
 {
@@ -146,8 +157,9 @@ TEST(FlickMonitorWithDeadFlickables, WatchesANewOneAtTheSameAddress)
     EXPECT_EQ(monitor.watches().size(), 2);
     Q_EMIT flickable->movementStarted();
     Q_EMIT flickable->movementEnded();
-    EXPECT_THAT(reports.take(), ElementsAre(FlickReport{Started, flickable, QPointF(20, 0), flickable},
-                                            FlickReport{Ended, flickable, QPointF(20, 0), flickable}));
+    EXPECT_THAT(reports.take(),
+                ElementsAre(FlickReport{Started, flickable, QPointF(20, 0), flickable},
+                            FlickReport{Ended, flickable, QPointF(20, 0), flickable}));
     EXPECT_EQ(monitor.watches().size(), 1);
     flickable->~QQuickFlickable();
 }
@@ -182,8 +194,9 @@ TEST(FlickMonitorWithDeadFlickables, StillFindsAllThatLive)
         Q_EMIT flickable->movementStarted();
         Q_EMIT flickable->movementEnded();
         QQuickFlickable *const expected = flickable.get();
-        ASSERT_THAT(reports.take(), ElementsAre(FlickReport{Started, expected, QPointF(0, 0), expected},
-                                                FlickReport{Ended, expected, QPointF(0, 0), expected}));
+        ASSERT_THAT(reports.take(),
+                    ElementsAre(FlickReport{Started, expected, QPointF(0, 0), expected},
+                                FlickReport{Ended, expected, QPointF(0, 0), expected}));
     }
     EXPECT_EQ(monitor.watches().size(), dead);
     EXPECT_GT(dead, 20);

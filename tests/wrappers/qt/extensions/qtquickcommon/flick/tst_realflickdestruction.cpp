@@ -17,12 +17,24 @@ const QByteArray scene = R"(
         Rectangle { objectName: "page"; width: 300; height: 3000; color: "lightgray" }
     })";
 
-enum class Victim { Flickable, Item, Window, Recording };
+enum class Victim {
+    Flickable,
+    Item,
+    Window,
+    Recording
+};
 /// Points of a flick at which the program or the user may take something away.
-enum class Moment { AfterPress, InStart, DuringDrag, AfterRelease, InEnd };
+enum class Moment {
+    AfterPress,
+    InStart,
+    DuringDrag,
+    AfterRelease,
+    InEnd
+};
 
-class DestructionDuringARealFlick : public FlickScene,
-                                    public testing::WithParamInterface<std::tuple<Victim, Moment, bool>>
+class DestructionDuringARealFlick
+    : public FlickScene
+    , public testing::WithParamInterface<std::tuple<Victim, Moment, bool>>
 {
 protected:
     void at(Moment moment)

@@ -71,7 +71,9 @@ private:
     }
 };
 
-class RealFlicksByPointer : public RealFlicks, public testing::WithParamInterface<bool>
+class RealFlicksByPointer
+    : public RealFlicks
+    , public testing::WithParamInterface<bool>
 {
 protected:
     RealFlicksByPointer() { pointer = GetParam() ? Pointer::Finger : Pointer::Mouse; }
@@ -155,8 +157,7 @@ TEST_P(RealFlicksByPointer, PressWithoutMovementLeavesNothingBehind)
     std::erase_if(traces, [](const std::string &text) { return text.find("flickable") == std::string::npos; });
     ASSERT_EQ(traces.size(), 4U);
     EXPECT_THAT(traces.back(), testing::EndsWith(", 0 flickables left to watch"));
-    EXPECT_THAT(finishShort(),
-                ElementsAre(StartsWith(pointer == Pointer::Mouse ? "mouseClick" : "tapObject")));
+    EXPECT_THAT(finishShort(), ElementsAre(StartsWith(pointer == Pointer::Mouse ? "mouseClick" : "tapObject")));
     EXPECT_THAT(log.warnings, IsEmpty());
 }
 

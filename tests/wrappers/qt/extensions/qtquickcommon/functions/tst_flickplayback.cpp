@@ -190,7 +190,8 @@ TEST_F(FlickPlayback, RefusesWhatIsNoFlickable)
     EXPECT_EQ(flickQuickItem(wrapAndRegisterQObject(&item), 1, 1),
               QStringLiteral("Don't know how to flick an object of type QQuickItem which is not a QtQuick Flickable"));
     EXPECT_EQ(flickQuickItem(wrapAndRegisterQObject(&window), 1, 1),
-              QStringLiteral("Don't know how to flick an object of type QQuickWindow which is not a QtQuick Flickable"));
+              QStringLiteral(
+                  "Don't know how to flick an object of type QQuickWindow which is not a QtQuick Flickable"));
     EXPECT_EQ(flickQuickItem(Inspector::self()->createInteger(4), 1, 1),
               QStringLiteral("Don't know how to flick an object of type int which is not a QtQuick Flickable"));
 }
@@ -236,7 +237,9 @@ TEST_F(FlickPlayback, FunctionReportsAnItemThatIsNoFlickable)
               QStringLiteral("Don't know how to flick an object of type QQuickItem which is not a QtQuick Flickable"));
 }
 
-class FlickableDestroyedByPlayback : public FlickPlayback, public testing::WithParamInterface<void (QQuickFlickable::*)()>
+class FlickableDestroyedByPlayback
+    : public FlickPlayback
+    , public testing::WithParamInterface<void (QQuickFlickable::*)()>
 {
 };
 

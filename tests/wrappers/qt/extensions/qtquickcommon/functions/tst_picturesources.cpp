@@ -39,8 +39,7 @@ TEST_F(RenderedPictures, HaveCornerAndSizeRoundedToDevicePixels)
          " GradientStop { position: 0; color: 'red' } GradientStop { position: 1; color: 'blue' } } }");
     const QImage whole = window->grabWindow();
     const auto regionPicture = [this](const QRect &region) { return pictureOf(grabQuickWindow(window.get(), region)); };
-    EXPECT_EQ(regionPicture(QRect(10, 20, 30, 40)),
-              whole.copy(pixels(10), pixels(20), pixels(30), pixels(40)));
+    EXPECT_EQ(regionPicture(QRect(10, 20, 30, 40)), whole.copy(pixels(10), pixels(20), pixels(30), pixels(40)));
 
     struct Case
     {

@@ -137,9 +137,10 @@ TEST_F(QuickFunctions, StandInTheOrderOfTheirRegistration)
         if (order.empty() || order.back() != text)
             order.push_back(text);
     }
-    EXPECT_THAT(order, ElementsAre("interaction QQuickItem", "dragAndDrop QQuickItem to QQuickItem",
-                                   "dragAndDrop QWindow to QQuickItem", "flick QQuickItem", "grabWidget QQuickItem",
-                                   "grabWidget QQuickWindow"));
+    EXPECT_THAT(order,
+                ElementsAre("interaction QQuickItem", "dragAndDrop QQuickItem to QQuickItem",
+                            "dragAndDrop QWindow to QQuickItem", "flick QQuickItem", "grabWidget QQuickItem",
+                            "grabWidget QQuickWindow"));
 }
 
 TEST_F(QuickFunctions, AreRegisteredOnceHoweverOftenTheHostStartsAgain)
@@ -173,8 +174,9 @@ TEST_F(QuickFunctions, GrabWidgetTakesNoPlainWindow)
 {
     QWindow plain;
     EXPECT_TRUE(call("grabWidget", {wrapAndRegisterQObject(&plain)}).isNull());
-    EXPECT_EQ(error, QStringLiteral("No overload fits the call grabWidget(QWindow). There are: "
-                                    "grabWidget(object: QQuickItem); grabWidget(window: QQuickWindow)"));
+    EXPECT_EQ(error,
+              QStringLiteral("No overload fits the call grabWidget(QWindow). There are: "
+                             "grabWidget(object: QQuickItem); grabWidget(window: QQuickWindow)"));
 }
 
 TEST_F(QuickFunctions, FlickIsCalledWithAnItemAndTwoNumbers)
@@ -193,8 +195,9 @@ TEST_F(QuickFunctions, InteractionsOfItemsAreKnownAndSaySoWhenNothingCarriesThem
 {
     QQuickItem item;
     EXPECT_TRUE(call("mouseClick", {wrapAndRegisterQObject(&item)}).isNull());
-    EXPECT_EQ(error, QStringLiteral("mouseClick(object: QQuickItem) cannot be called in this program: "
-                                    "nothing carries it out"));
+    EXPECT_EQ(error,
+              QStringLiteral("mouseClick(object: QQuickItem) cannot be called in this program: "
+                             "nothing carries it out"));
 }
 
 // Last, as it leaves its traces behind.
