@@ -1,5 +1,7 @@
 #include "support/syntheticevents.h"
 
+#include <cmath>
+
 using namespace Vantle;
 
 namespace VantleTest {
@@ -10,6 +12,12 @@ void place(SyntheticEvent &event, const TestObjectPtr &object, QPoint point)
 {
     event.x = point.x() - object->origin().x();
     event.y = point.y() - object->origin().y();
+}
+
+/// 0 for what no screen has.
+int wholePixels(double position)
+{
+    return std::abs(position) < 1e9 ? static_cast<int>(position) : 0;
 }
 
 SyntheticEvent mouse(SyntheticEvent::MouseEventType type, const TestObjectPtr &object, QPoint point, quint64 time,
@@ -24,8 +32,8 @@ SyntheticEvent mouse(SyntheticEvent::MouseEventType type, const TestObjectPtr &o
     return event;
 }
 
-SyntheticEvent key(SyntheticEvent::KeyEventType type, const TestObjectPtr &object, const QByteArray &text,
-                   quint64 time, Modifier::Value modifiers)
+SyntheticEvent key(SyntheticEvent::KeyEventType type, const TestObjectPtr &object, const QByteArray &text, quint64 time,
+                   Modifier::Value modifiers)
 {
     SyntheticEvent event = makeEvent(SyntheticEvent::Key, object, time);
     event.keyEventType = type;
@@ -89,8 +97,7 @@ SyntheticEvent keyPress(const TestObjectPtr &object, const QByteArray &text, qui
     return key(SyntheticEvent::KeyPress, object, text, time, modifiers);
 }
 
-SyntheticEvent keyRelease(const TestObjectPtr &object, const QByteArray &text, quint64 time,
-                          Modifier::Value modifiers)
+SyntheticEvent keyRelease(const TestObjectPtr &object, const QByteArray &text, quint64 time, Modifier::Value modifiers)
 {
     return key(SyntheticEvent::KeyRelease, object, text, time, modifiers);
 }
@@ -132,8 +139,7 @@ SyntheticEvent windowState(const TestObjectPtr &window, qint32 state, quint64 ti
     return event;
 }
 
-SyntheticEvent flickStarted(const TestObjectPtr &flickable, const TestObjectPtr &pressed, QPoint content,
-                            quint64 time)
+SyntheticEvent flickStarted(const TestObjectPtr &flickable, const TestObjectPtr &pressed, QPoint content, quint64 time)
 {
     return flick(SyntheticEvent::FlickStarted, flickable, pressed, content, time);
 }
@@ -168,10 +174,8 @@ SyntheticEvent touch(SyntheticEvent::TouchEventType type, const TestObjectPtr &o
     event.touch.objectName = isBegin ? window->name() : QByteArray();
     event.touch.areaWidth = isBegin ? 640 : 0;
     event.touch.areaHeight = isBegin ? 480 : 0;
-    if (!points.empty()) {
-        place(event, object,
-              QPoint(static_cast<int>(points.front().globalX), static_cast<int>(points.front().globalY)));
-    }
+    if (!points.empty())
+        place(event, object, QPoint(wholePixels(points.front().globalX), wholePixels(points.front().globalY)));
     event.touch.points = std::move(points);
     return event;
 }
