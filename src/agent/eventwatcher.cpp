@@ -90,7 +90,7 @@ void EventWatcher::correctModifiers(QObject *receiver, const QInputEvent &event)
 {
     if (!m_modifiers.isContradictedBy(event))
         return;
-    const QList<Qt::Key> stillHeld = m_modifiers.keysHeldIn(event);
+    const QList<Qt::Key> stillHeld = ModifierTracker::keysHeldIn(event);
     flush();
     m_modifiers.reset();
     for (Qt::Key key : stillHeld) {

@@ -53,11 +53,11 @@ bool ModifierTracker::isContradictedBy(const QInputEvent &event) const
     }
 }
 
-QList<Qt::Key> ModifierTracker::keysHeldIn(const QInputEvent &event) const
+QList<Qt::Key> ModifierTracker::keysHeldIn(const QInputEvent &event)
 {
     QList<Qt::Key> keys;
     for (const ModifierKey &candidate : modifierKeys) {
-        if ((m_believed & heldIn(event) & candidate.modifier) != Modifier::None)
+        if ((heldIn(event) & candidate.modifier) != Modifier::None)
             keys.append(candidate.key);
     }
     return keys;

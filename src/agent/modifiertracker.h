@@ -29,8 +29,9 @@ public:
     /// something new with the pointer, shows to be up.
     bool isContradictedBy(const QInputEvent &event) const;
 
-    /// The keys of the modifiers that are believed in and held in \p event.
-    QList<Qt::Key> keysHeldIn(const QInputEvent &event) const;
+    /// The keys of the modifiers that are held in \p event, believed in or not:
+    /// a release that names the other modifiers instead takes these back.
+    static QList<Qt::Key> keysHeldIn(const QInputEvent &event);
 
     /// Nothing is believed any more: the recorder was flushed.
     void reset();

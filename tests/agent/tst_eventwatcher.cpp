@@ -100,24 +100,27 @@ protected:
         return window->findChild<QQuickItem *>(QString::fromLatin1(objectName));
     }
 
-    void mouse(QEvent::Type type, QPointF local)
+    void mouse(QEvent::Type type, QPointF local, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         const bool pressed = type == QEvent::MouseButtonPress || type == QEvent::MouseMove;
         QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::SynchronousDelivery>(
             window.get(), local, window->mapToGlobal(local), pressed ? Qt::LeftButton : Qt::NoButton,
-            type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, type);
+            type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, type, modifiers);
     }
-    void click(QPointF local)
+    void click(QPointF local, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        mouse(QEvent::MouseButtonPress, local);
-        mouse(QEvent::MouseButtonRelease, local);
+        mouse(QEvent::MouseButtonPress, local, modifiers);
+        mouse(QEvent::MouseButtonRelease, local, modifiers);
+    }
+    void keyEvent(QEvent::Type type, int code, Qt::KeyboardModifiers modifiers, const QString &text = {})
+    {
+        QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::SynchronousDelivery>(window.get(), type, code,
+                                                                                            modifiers, text);
     }
     void key(int code, Qt::KeyboardModifiers modifiers, const QString &text)
     {
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::SynchronousDelivery>(
-                window.get(), type, code, modifiers, text);
-        }
+        keyEvent(QEvent::KeyPress, code, modifiers, text);
+        keyEvent(QEvent::KeyRelease, code, modifiers, text);
     }
 
     /// All that was recorded so far, what was still held included.
@@ -208,6 +211,65 @@ TEST_F(EventWatching, ShortcutIsRecordedThoughNoKeyPressFollows)
     key(Qt::Key_S, Qt::ControlModifier, QStringLiteral("\x13"));
     EXPECT_TRUE(window->property("saved").toBool());
     EXPECT_EQ(recorded(), Lines({"type main <Ctrl+S>"}));
+}
+
+TEST_F(EventWatching, TextAndTheSpecialKeyBehindItAreBothRecorded)
+{
+    find("input")->forceActiveFocus();
+    key(Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+    key(Qt::Key_Tab, Qt::NoModifier, QStringLiteral("\t"));
+    EXPECT_EQ(recorded(), Lines({"type input a", "type input <Tab>"}));
+}
+
+// As X11 reports them, the modifiers of a key event are those ahead of it; Qt
+// adds the key itself at its press and takes it off at its release.
+
+TEST_F(EventWatching, ClickCarriesTheModifierThatIsHeld)
+{
+    keyEvent(QEvent::KeyPress, Qt::Key_Control, Qt::NoModifier);
+    click({12, 34}, Qt::ControlModifier);
+    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 67108864 1"}));
+}
+
+TEST_F(EventWatching, ModifierEndsThoughItsReleaseDoesNotNameIt)
+{
+    keyEvent(QEvent::KeyPress, Qt::Key_Control, Qt::NoModifier);
+    click({12, 34}, Qt::ControlModifier);
+    keyEvent(QEvent::KeyRelease, Qt::Key_Control, Qt::ControlModifier);
+    click({56, 78});
+    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 67108864 1", "mouseClick area 56 78 1"}));
+}
+
+TEST_F(EventWatching, OtherModifierStaysWhenOneEnds)
+{
+    keyEvent(QEvent::KeyPress, Qt::Key_Control, Qt::NoModifier);
+    keyEvent(QEvent::KeyPress, Qt::Key_Shift, Qt::ControlModifier);
+    click({12, 34}, Qt::ControlModifier | Qt::ShiftModifier);
+    keyEvent(QEvent::KeyRelease, Qt::Key_Shift, Qt::ControlModifier | Qt::ShiftModifier);
+    click({56, 78}, Qt::ControlModifier);
+    keyEvent(QEvent::KeyRelease, Qt::Key_Control, Qt::ControlModifier);
+    click({90, 90});
+    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 100663296 1", "mouseClick area 56 78 67108864 1",
+                                 "mouseClick area 90 90 1"}));
+}
+
+TEST_F(EventWatching, TextThatWaitsIsKeptWhenAModifierTurnsOutToBeUp)
+{
+    find("input")->forceActiveFocus();
+    keyEvent(QEvent::KeyPress, Qt::Key_Shift, Qt::NoModifier);
+    key(Qt::Key_A, Qt::ShiftModifier, QStringLiteral("A"));
+    keyEvent(QEvent::KeyRelease, Qt::Key_Shift, Qt::ShiftModifier);
+    click({12, 34});
+    EXPECT_EQ(recorded(), Lines({"type input A", "mouseClick area 12 34 1"}));
+}
+
+TEST_F(EventWatching, NoModifierOutlivesTheWatch)
+{
+    keyEvent(QEvent::KeyPress, Qt::Key_Control, Qt::NoModifier);
+    watcher.stop();
+    watcher.start();
+    click({12, 34});
+    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 1"}));
 }
 
 TEST_F(EventWatching, TextOfAnInputMethodIsRecordedForTheFocusItem)
