@@ -7,6 +7,7 @@
 #include <QtCore/QMetaMethod>
 
 #include <algorithm>
+#include <span>
 
 using namespace Vantle::QtWrapper;
 
@@ -46,6 +47,18 @@ ScriptError scriptError(const QVariantMap &map)
 {
     return {map.value(QStringLiteral("message")).toString(), map.value(QStringLiteral("fileName")).toString(),
             map.value(QStringLiteral("lineNumber")).toInt()};
+}
+
+// Class by class, since cleaning a class's name costs more than the comparisons.
+bool isCalledAnyOf(const QMetaObject *metaObject, std::span<const QString> types)
+{
+    for (; metaObject; metaObject = metaObject->superClass()) {
+        const QByteArray name = cleanQmlClassName(metaObject);
+        if (std::any_of(types.begin(), types.end(),
+                        [&name](const QString &type) { return QAnyStringView(name) == QAnyStringView(type); }))
+            return true;
+    }
+    return false;
 }
 
 bool isUnhandled(const QVariant &value)
@@ -94,17 +107,12 @@ bool reportScriptError(const QVariant &value)
 
 bool objectIsOfType(QObject *object, const QString &type)
 {
-    for (const QMetaObject *metaObject = object->metaObject(); metaObject; metaObject = metaObject->superClass()) {
-        if (QAnyStringView(cleanQmlClassName(metaObject)) == QAnyStringView(type))
-            return true;
-    }
-    return false;
+    return isCalledAnyOf(object->metaObject(), {&type, 1});
 }
 
 bool itemMatchesAnyType(QQuickItem *item, const QList<QString> &types)
 {
-    return std::any_of(types.cbegin(), types.cend(),
-                       [item](const QString &type) { return objectIsOfType(item, type); });
+    return !types.isEmpty() && isCalledAnyOf(item->metaObject(), types);
 }
 
 bool acceptExtensionProperty(const QString &property)
