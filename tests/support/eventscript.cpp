@@ -201,8 +201,8 @@ void EventScript::declareObject(const Words &declaration)
     const std::string className = takeWord(words, "a class");
     const Class *super = takeIf(words, "<") ? classNamed(takeWord(words, "a base class").c_str()) : nullptr;
     const QPoint origin = takeIf(words, "at") ? takePoint(words) : QPoint();
-    const TestObjectPtr made
-        = makeObject(QByteArray::fromStdString(name), classNamed(className.c_str(), super), origin);
+    const TestObjectPtr made = makeObject(QByteArray::fromStdString(name), classNamed(className.c_str(), super),
+                                          origin);
     if (takeIf(words, "same-as"))
         made->wrapSameAs(object(takeWord(words, "an object")).get());
     if (!words.empty())
@@ -331,16 +331,17 @@ std::string EventScript::write(const SyntheticEvent &event) const
     }
     case SyntheticEvent::Wheel: {
         const QPoint origin = static_cast<const TestObject *>(event.object.get())->origin();
-        return line("wheel", ' ' + point(event.x + origin.x(), event.y + origin.y()) + " by "
-                                 + point(event.wheelDeltaX, event.wheelDeltaY));
+        return line("wheel",
+                    ' ' + point(event.x + origin.x(), event.y + origin.y()) + " by "
+                        + point(event.wheelDeltaX, event.wheelDeltaY));
     }
     case SyntheticEvent::WindowClose: return line("close");
     case SyntheticEvent::WindowMove:
-        return line("window-move", ' ' + point(event.oldWindowX, event.oldWindowY) + " to "
-                                       + point(event.windowX, event.windowY));
+        return line("window-move",
+                    ' ' + point(event.oldWindowX, event.oldWindowY) + " to " + point(event.windowX, event.windowY));
     case SyntheticEvent::WindowResize:
-        return line("window-resize", ' ' + std::to_string(event.windowWidth) + 'x'
-                                         + std::to_string(event.windowHeight));
+        return line("window-resize",
+                    ' ' + std::to_string(event.windowWidth) + 'x' + std::to_string(event.windowHeight));
     case SyntheticEvent::WindowStateChange: return line("window-state", ' ' + std::to_string(event.windowState));
     case SyntheticEvent::Flick: {
         const auto *pressed = static_cast<const TestObject *>(event.flickObject.get());
@@ -358,8 +359,7 @@ std::string EventScript::write(const SyntheticEvent &event) const
 
 std::string EventScript::writeDeclaration(const TestObject &object)
 {
-    std::string line
-        = "object " + object.name().toStdString() + ' ' + object.objectClass()->className().toStdString();
+    std::string line = "object " + object.name().toStdString() + ' ' + object.objectClass()->className().toStdString();
     if (const Class *super = object.objectClass()->super())
         line += " < " + super->className().toStdString();
     if (!object.origin().isNull())

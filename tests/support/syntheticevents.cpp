@@ -10,8 +10,9 @@ namespace {
 
 void place(SyntheticEvent &event, const TestObjectPtr &object, QPoint point)
 {
-    event.x = point.x() - object->origin().x();
-    event.y = point.y() - object->origin().y();
+    // Modulo 2^32: tests go to the ends of the range.
+    event.x = static_cast<qint32>(qint64(point.x()) - object->origin().x());
+    event.y = static_cast<qint32>(qint64(point.y()) - object->origin().y());
 }
 
 /// 0 for what no screen has.

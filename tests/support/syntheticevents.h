@@ -32,10 +32,8 @@ SyntheticEvent windowMove(const TestObjectPtr &window, QPoint from, QPoint to, q
 SyntheticEvent windowResize(const TestObjectPtr &window, QSize size, quint64 time);
 SyntheticEvent windowState(const TestObjectPtr &window, qint32 state, quint64 time);
 
-SyntheticEvent flickStarted(const TestObjectPtr &flickable, const TestObjectPtr &pressed, QPoint content,
-                            quint64 time);
-SyntheticEvent flickEnded(const TestObjectPtr &flickable, const TestObjectPtr &pressed, QPoint content,
-                          quint64 time);
+SyntheticEvent flickStarted(const TestObjectPtr &flickable, const TestObjectPtr &pressed, QPoint content, quint64 time);
+SyntheticEvent flickEnded(const TestObjectPtr &flickable, const TestObjectPtr &pressed, QPoint content, quint64 time);
 
 /// One finger, without extent, whose place in the window is that on the screen.
 SyntheticEvent::TouchPoint finger(qint32 id, double x, double y);

@@ -51,8 +51,9 @@ TEST(LateClasses, webContentIsRefusedFromTheMomentThatItsClassIsKnown)
 {
     const QString name = QStringLiteral("HTML_Object");
     ASSERT_EQ(Inspector::self()->classByName(name), nullptr);
-    const auto *htmlObject = new Class(name);
-    const auto *htmlLink = new Class(QStringLiteral("HTML_Link"), htmlObject);
+    // Classes live as long as the process.
+    static const auto *const htmlObject = new Class(name);
+    static const auto *const htmlLink = new Class(QStringLiteral("HTML_Link"), htmlObject);
     const TestObjectPtr object = makeObject("object", htmlObject);
     const TestObjectPtr link = makeObject("link", htmlLink);
     TestLogger logger;
