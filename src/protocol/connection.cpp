@@ -29,6 +29,7 @@ const QString resultKey = QStringLiteral("result");
 const QString errorKey = QStringLiteral("error");
 const QString codeKey = QStringLiteral("code");
 const QString messageKey = QStringLiteral("message");
+const QString dataKey = QStringLiteral("data");
 
 bool isValidId(const QJsonValue &id)
 {
@@ -49,7 +50,7 @@ Reply replyFrom(const QJsonObject &message)
     const QJsonObject error = message.value(errorKey).toObject();
     const int code = error.value(codeKey).toInt(InternalError);
     const QString text = error.value(messageKey).toString(QStringLiteral("the peer sent an error without a message"));
-    return {QJsonValue(), Error{code, text}};
+    return {QJsonValue(), Error{code, text, error.value(dataKey)}};
 }
 
 } // namespace
@@ -63,7 +64,7 @@ struct Responder::State
     ~State()
     {
         if (connection && !answered)
-            connection->sendError(id, InternalError, QStringLiteral("the request was dropped without an answer"));
+            connection->sendError(id, {InternalError, QStringLiteral("the request was dropped without an answer")});
     }
 
     QPointer<Connection> connection;
@@ -81,10 +82,15 @@ void Responder::respond(const QJsonValue &result) const
         m_state->connection->sendResult(m_state->id, result);
 }
 
-void Responder::fail(int code, const QString &message) const
+void Responder::fail(int code, const QString &message, const QJsonValue &data) const
 {
     if (!std::exchange(m_state->answered, true) && m_state->connection)
-        m_state->connection->sendError(m_state->id, code, message);
+        m_state->connection->sendError(m_state->id, {code, message, data});
+}
+
+bool Responder::isOver() const
+{
+    return m_state->answered || !m_state->connection || !m_state->connection->isOpen();
 }
 
 Connection::Connection(QIODevice *device, QObject *parent) : QObject(parent), m_device(device)
@@ -127,10 +133,13 @@ void Connection::sendRequest(const QString &method, const QJsonObject &params, R
 {
     const qint64 id = ++m_lastId;
     if (m_finished) {
-        QMetaObject::invokeMethod(this, [handler = std::move(handler)] {
-            if (handler)
-                handler({QJsonValue(), Error{Disconnected, QStringLiteral("the connection has ended")}});
-        }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this,
+            [handler = std::move(handler)] {
+                if (handler)
+                    handler({QJsonValue(), Error{Disconnected, QStringLiteral("the connection has ended")}});
+            },
+            Qt::QueuedConnection);
         return;
     }
     m_pending.insert(id, std::move(handler));
@@ -362,7 +371,7 @@ void Connection::handleReply(const QJsonObject &message)
 
 void Connection::refuse(const QJsonValue &id, int code, const QString &message)
 {
-    sendError(id, code, message);
+    sendError(id, {code, message});
     Q_EMIT messageRefused(message);
 }
 
@@ -372,9 +381,12 @@ void Connection::sendResult(const QJsonValue &id, const QJsonValue &result)
     send({{idKey, id}, {resultKey, result.isUndefined() ? QJsonValue(QJsonValue::Null) : result}});
 }
 
-void Connection::sendError(const QJsonValue &id, int code, const QString &message)
+void Connection::sendError(const QJsonValue &id, const Error &error)
 {
-    send({{idKey, id}, {errorKey, QJsonObject{{codeKey, code}, {messageKey, message}}}});
+    QJsonObject object{{codeKey, error.code}, {messageKey, error.message}};
+    if (!error.data.isUndefined())
+        object.insert(dataKey, error.data);
+    send({{idKey, id}, {errorKey, object}});
 }
 
 void Connection::send(const QJsonObject &message)

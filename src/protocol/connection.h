@@ -28,12 +28,21 @@ enum ErrorCode : int {
     Disconnected = -32000,
     /// The peer understood the request and declines it, e.g. a wrong token.
     Refused = -32001,
+    /// A name leads to nothing; the data is a NotFound.
+    ObjectNotFound = -32010,
+    /// The object is there, but could not be acted on in time; the data is a NotReady.
+    ObjectNotReady = -32011,
+    /// A function of the program or of ours was called and failed; the message is its own.
+    FunctionFailed = -32012,
+    /// A handle is not known (any more), or its object is gone.
+    ObjectGone = -32013,
 };
 
 struct Error
 {
     int code = InternalError;
     QString message;
+    QJsonValue data = QJsonValue(QJsonValue::Undefined); ///< undefined if the peer sent none
 };
 
 /// Answer to a request: a result, or an error and then no result.
@@ -55,7 +64,10 @@ class Responder
 {
 public:
     void respond(const QJsonValue &result = QJsonObject()) const;
-    void fail(int code, const QString &message) const;
+    /// \p data goes with the error unless it is undefined.
+    void fail(int code, const QString &message, const QJsonValue &data = QJsonValue(QJsonValue::Undefined)) const;
+    /// Whether an answer would do nothing: one was given, or nobody waits for it any more.
+    bool isOver() const;
 
 private:
     friend class Connection;
@@ -156,7 +168,7 @@ private:
     void handleReply(const QJsonObject &message);
     void refuse(const QJsonValue &id, int code, const QString &message);
     void sendResult(const QJsonValue &id, const QJsonValue &result);
-    void sendError(const QJsonValue &id, int code, const QString &message);
+    void sendError(const QJsonValue &id, const Error &error);
     void send(const QJsonObject &message);
 
     QPointer<QIODevice> m_device;

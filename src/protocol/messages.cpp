@@ -1,5 +1,7 @@
 #include "protocol/messages.h"
 
+#include "protocol/fieldreader.h"
+
 #include <QtCore/QJsonArray>
 
 #include <limits>
@@ -7,97 +9,6 @@
 namespace Vantle::Protocol {
 
 namespace {
-
-/// Takes fields out of an object and remembers the first one that was not
-/// what it has to be.
-class FieldReader
-{
-public:
-    explicit FieldReader(const QJsonObject &json) : m_json(json) {}
-
-    QString string(const char *key)
-    {
-        const QJsonValue value = field(key);
-        if (!value.isString())
-            complain(key, "a string");
-        return value.toString();
-    }
-
-    bool boolean(const char *key)
-    {
-        const QJsonValue value = field(key);
-        if (!value.isBool())
-            complain(key, "true or false");
-        return value.toBool();
-    }
-
-    qint64 integer(const char *key, qint64 from, qint64 to)
-    {
-        const QJsonValue value = field(key);
-        // Two defaults tell a number with a fraction from every whole one.
-        const qint64 number = value.toInteger(0);
-        if (!value.isDouble() || number != value.toInteger(1) || number < from || number > to)
-            complain(key, "a whole number in its range");
-        return number;
-    }
-
-    QJsonArray array(const char *key)
-    {
-        const QJsonValue value = field(key);
-        if (!value.isArray())
-            complain(key, "an array");
-        return value.toArray();
-    }
-
-    QStringList strings(const char *key)
-    {
-        QStringList result;
-        const QJsonArray values = array(key);
-        for (const QJsonValue &value : values) {
-            if (!value.isString())
-                complain(key, "an array of strings");
-            result.append(value.toString());
-        }
-        return result;
-    }
-
-    QJsonValue numberOrString(const char *key)
-    {
-        const QJsonValue value = field(key);
-        if (!value.isDouble() && !value.isString())
-            complain(key, "a number or a string");
-        return value;
-    }
-
-    void complain(const char *key, const char *expected)
-    {
-        if (m_complaint.isEmpty())
-            m_complaint = QStringLiteral("\"%1\" has to be %2").arg(QLatin1String(key), QLatin1String(expected));
-    }
-
-    void complain(const QString &complaint)
-    {
-        if (m_complaint.isEmpty())
-            m_complaint = complaint;
-    }
-
-    /// The record if nothing was wrong; otherwise nothing, and the reason.
-    template<typename Record>
-    std::optional<Record> finish(const Record &record, QString *error) const
-    {
-        if (m_complaint.isEmpty())
-            return record;
-        if (error)
-            *error = m_complaint;
-        return std::nullopt;
-    }
-
-private:
-    QJsonValue field(const char *key) const { return m_json.value(QLatin1String(key)); }
-
-    const QJsonObject &m_json;
-    QString m_complaint;
-};
 
 constexpr qint64 intMin = std::numeric_limits<int>::min();
 constexpr qint64 intMax = std::numeric_limits<int>::max();
@@ -115,12 +26,9 @@ std::optional<StatementArgument> argumentFrom(const QJsonValue &json, QString *e
 QJsonObject Hello::toJson() const
 {
     return {
-        {QStringLiteral("token"), token},
-        {QStringLiteral("protocol"), protocol},
-        {QStringLiteral("version"), version},
-        {QStringLiteral("pid"), pid},
-        {QStringLiteral("program"), program},
-        {QStringLiteral("qtVersion"), qtVersion},
+        {QStringLiteral("token"), token},       {QStringLiteral("protocol"), protocol},
+        {QStringLiteral("version"), version},   {QStringLiteral("pid"), pid},
+        {QStringLiteral("program"), program},   {QStringLiteral("qtVersion"), qtVersion},
         {QStringLiteral("platform"), platform},
     };
 }
@@ -141,11 +49,16 @@ std::optional<Hello> Hello::fromJson(const QJsonObject &json, QString *error)
 
 QJsonObject HelloResult::toJson() const
 {
-    return {
+    QJsonObject json{
         {QStringLiteral("record"), record},
         {QStringLiteral("debugCompression"), debugCompression},
         {QStringLiteral("classesWithoutCoordinates"), QJsonArray::fromStringList(classesWithoutCoordinates)},
     };
+    if (!extensionDirectories.isEmpty())
+        json.insert(QStringLiteral("extensionDirectories"), QJsonArray::fromStringList(extensionDirectories));
+    if (!namesFile.isEmpty())
+        json.insert(QStringLiteral("namesFile"), namesFile);
+    return json;
 }
 
 std::optional<HelloResult> HelloResult::fromJson(const QJsonObject &json, QString *error)
@@ -155,6 +68,10 @@ std::optional<HelloResult> HelloResult::fromJson(const QJsonObject &json, QStrin
     result.record = reader.boolean("record");
     result.debugCompression = static_cast<int>(reader.integer("debugCompression", intMin, intMax));
     result.classesWithoutCoordinates = reader.strings("classesWithoutCoordinates");
+    if (reader.has("extensionDirectories"))
+        result.extensionDirectories = reader.strings("extensionDirectories");
+    if (reader.has("namesFile"))
+        result.namesFile = reader.string("namesFile");
     return reader.finish(result, error);
 }
 

@@ -2,8 +2,8 @@
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QJsonValue>
-#include <QtCore/QList>
 #include <QtCore/QLatin1String>
+#include <QtCore/QList>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
@@ -26,6 +26,22 @@ inline constexpr QLatin1String statement("statement");         ///< notification
 inline constexpr QLatin1String log("log");                     ///< notification, agent to tool
 inline constexpr QLatin1String stopRecording("stopRecording"); ///< request, tool to agent
 inline constexpr QLatin1String ping("ping");                   ///< request, tool to agent
+
+// Requests, tool to agent, about the objects of the program. Their parameters
+// and results are described in docs/protocol.md.
+inline constexpr QLatin1String find("find");
+inline constexpr QLatin1String properties("properties");
+inline constexpr QLatin1String setProperty("setProperty");
+inline constexpr QLatin1String invoke("invoke");
+inline constexpr QLatin1String children("children");
+inline constexpr QLatin1String describe("describe");
+inline constexpr QLatin1String tree("tree");
+inline constexpr QLatin1String functions("functions");
+inline constexpr QLatin1String call("call");
+inline constexpr QLatin1String grab("grab");
+inline constexpr QLatin1String release("release");
+inline constexpr QLatin1String roundTrip("roundTrip");
+inline constexpr QLatin1String quit("quit");
 } // namespace Method
 
 /// The agent's first message: who it is.
@@ -49,6 +65,8 @@ struct HelloResult
     bool record = false;
     int debugCompression = 0;
     QStringList classesWithoutCoordinates;
+    QStringList extensionDirectories; ///< further ones, asked in this order
+    QString namesFile;                ///< path of the file with the aliases; empty if there is none
 
     QJsonObject toJson() const;
     static std::optional<HelloResult> fromJson(const QJsonObject &json, QString *error = nullptr);
@@ -79,7 +97,10 @@ struct Statement
 /// A line for the tool's log.
 struct LogMessage
 {
-    enum Level { Info, Warning };
+    enum Level {
+        Info,
+        Warning
+    };
 
     Level level = Info;
     QString message;

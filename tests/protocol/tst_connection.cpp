@@ -34,9 +34,9 @@ TEST_F(ConnectionTest, aRequestGetsItsResult)
     bool called = false;
     near.connection->sendRequest(echo, {{QStringLiteral("text"), QStringLiteral("zwölf\n\u2028")}},
                                  [&](const Reply &r) {
-        reply = r;
-        called = true;
-    });
+                                     reply = r;
+                                     called = true;
+                                 });
     EXPECT_FALSE(called);
     ASSERT_TRUE(waitUntil([&] { return called; }));
     EXPECT_FALSE(reply.isError());
@@ -85,6 +85,40 @@ TEST_F(ConnectionTest, onlyTheFirstAnswerCounts)
     EXPECT_EQ(replies.at(0).error->code, Refused);
     EXPECT_EQ(replies.at(0).error->message, QStringLiteral("no"));
     EXPECT_FALSE(near.events.contains(QStringLiteral("refused"))) << "a second answer would be refused";
+}
+
+TEST_F(ConnectionTest, anErrorTakesItsDataAlong)
+{
+    far.connection->onRequest(echo, [](const QJsonObject &params, const Responder &responder) {
+        EXPECT_FALSE(responder.isOver());
+        if (params.isEmpty())
+            responder.fail(ObjectNotFound, QStringLiteral("no"));
+        else
+            responder.fail(ObjectNotFound, QStringLiteral("no"), params);
+        EXPECT_TRUE(responder.isOver());
+    });
+    QList<Reply> replies;
+    const auto keep = [&](const Reply &reply) { replies.append(reply); };
+    const QJsonObject data{{QStringLiteral("lookedFor"), QStringLiteral("Käse")}};
+    near.connection->sendRequest(echo, data, keep);
+    near.connection->sendRequest(echo, {}, keep);
+    ASSERT_TRUE(waitUntil([&] { return replies.size() == 2; }));
+    EXPECT_EQ(replies.at(0).error->code, ObjectNotFound);
+    EXPECT_EQ(replies.at(0).error->data.toObject(), data);
+    EXPECT_TRUE(replies.at(1).error->data.isUndefined());
+}
+
+TEST_F(ConnectionTest, aRequestIsOverWhenNobodyWaitsForItAnyMore)
+{
+    QList<Responder> held;
+    far.connection->onRequest(echo, [&](const QJsonObject &, const Responder &responder) { held.append(responder); });
+    near.connection->sendRequest(echo, {}, nullptr);
+    ASSERT_TRUE(waitUntil([&] { return held.size() == 1; }));
+    EXPECT_FALSE(held.first().isOver());
+    near.connection->close();
+    ASSERT_TRUE(waitUntil([&] { return held.first().isOver(); }));
+    delete far.connection;
+    EXPECT_TRUE(held.first().isOver());
 }
 
 TEST_F(ConnectionTest, aForgottenRequestIsAnsweredWithAnError)
@@ -290,9 +324,10 @@ TEST_F(ConnectionTest, aMessageOfTheLimitPassesAndALongerOneEndsTheConnection)
     const auto lengthOf = [](int n) {
         return QJsonDocument(QJsonObject{{QStringLiteral("jsonrpc"), QStringLiteral("2.0")},
                                          {QStringLiteral("method"), echo},
-                                         {QStringLiteral("params"), QJsonObject{{QStringLiteral("t"),
-                                                                                QString(n, QLatin1Char('x'))}}}})
-            .toJson(QJsonDocument::Compact).size();
+                                         {QStringLiteral("params"),
+                                          QJsonObject{{QStringLiteral("t"), QString(n, QLatin1Char('x'))}}}})
+            .toJson(QJsonDocument::Compact)
+            .size();
     };
     far.connection->setMessageLimit(lengthOf(100000));
     int seen = 0;

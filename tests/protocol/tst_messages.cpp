@@ -75,19 +75,45 @@ TEST(Hello, refusesNumbersThatAreNoWholeNumbersInRange)
 
 TEST(HelloResult, survivesTheWayThroughJson)
 {
-    const HelloResult sent{true, 2, {QStringLiteral("QQuickButton"), QStringLiteral("Tile")}};
+    const HelloResult sent{true,
+                           2,
+                           {QStringLiteral("QQuickButton"), QStringLiteral("Tile")},
+                           {QStringLiteral("/a"), QStringLiteral("/b c")},
+                           QStringLiteral("names.json")};
     const auto result = HelloResult::fromJson(sent.toJson());
     ASSERT_TRUE(result);
     EXPECT_TRUE(result->record);
     EXPECT_EQ(result->debugCompression, 2);
     EXPECT_EQ(result->classesWithoutCoordinates, sent.classesWithoutCoordinates);
+    EXPECT_EQ(result->extensionDirectories, sent.extensionDirectories);
+    EXPECT_EQ(result->namesFile, sent.namesFile);
+}
+
+TEST(HelloResult, mayComeFromAToolThatKnowsNothingOfExtensionsAndNames)
+{
+    const auto result = HelloResult::fromJson(
+        parsed(R"({"record": false, "debugCompression": 0, "classesWithoutCoordinates": []})"));
+    ASSERT_TRUE(result);
+    EXPECT_TRUE(result->extensionDirectories.isEmpty());
+    EXPECT_TRUE(result->namesFile.isEmpty());
+}
+
+TEST(HelloResult, refusesExtensionsAndNamesOfAWrongType)
+{
+    for (const char *wrong : {R"("extensionDirectories": "/a")", R"("extensionDirectories": [1])", R"("namesFile": 1)",
+                              R"("namesFile": null)"}) {
+        const QByteArray text = QByteArray(
+                                    R"({"record": false, "debugCompression": 0, "classesWithoutCoordinates": [],)")
+            + wrong + '}';
+        EXPECT_FALSE(HelloResult::fromJson(parsed(text.constData()))) << wrong;
+    }
 }
 
 TEST(HelloResult, refusesAListThatHoldsSomethingElseThanStrings)
 {
     QString error;
-    const QJsonObject json =
-        parsed(R"({"record": true, "debugCompression": 0, "classesWithoutCoordinates": ["A", 1]})");
+    const QJsonObject json = parsed(
+        R"({"record": true, "debugCompression": 0, "classesWithoutCoordinates": ["A", 1]})");
     EXPECT_FALSE(HelloResult::fromJson(json, &error));
     EXPECT_EQ(error, QStringLiteral("\"classesWithoutCoordinates\" has to be an array of strings"));
 }
@@ -122,10 +148,8 @@ TEST(Statement, hasAPlaceForNoArguments)
 TEST(Statement, saysWhichArgumentIsWrong)
 {
     const char *wrong[] = {R"({"name": "y", "type": "int", "value": null})",
-                           R"({"name": "y", "type": "int", "value": [1]})",
-                           R"({"name": "y", "type": "int"})",
-                           R"({"name": 1, "type": "int", "value": 1})",
-                           R"("y")"};
+                           R"({"name": "y", "type": "int", "value": [1]})", R"({"name": "y", "type": "int"})",
+                           R"({"name": 1, "type": "int", "value": 1})", R"("y")"};
     for (const char *argument : wrong) {
         const QByteArray text = QByteArray(R"({"function": "f", "object": "", "time": "", "arguments": [)")
             + R"({"name": "x", "type": "int", "value": 1}, )" + argument + "]}";
