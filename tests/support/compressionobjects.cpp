@@ -54,7 +54,7 @@ TestObject::~TestObject() = default;
 bool TestObject::get(void **value) const
 {
     *value = const_cast<TestObject *>(m_native);
-    return true;
+    return m_native != nullptr;
 }
 
 TestObjectPtr makeObject(const QByteArray &name, const Class *type, QPoint origin)

@@ -45,6 +45,8 @@ public:
 
     /// Makes this a wrapper of what \p other wraps. \p other must outlive it.
     void wrapSameAs(const TestObject *other) { m_native = other; }
+    /// Makes this a wrapper of an object that is gone.
+    void loseNative() { m_native = nullptr; }
 
 private:
     QByteArray m_name;

@@ -56,7 +56,9 @@ public:
     virtual ~EventCompressorObserver();
 
     /// \p statement lives only for the call. The observer may feed or flush
-    /// the compressor, but must not destroy it.
+    /// the compressor, but must not destroy it. Whatever completes a pattern
+    /// in there delivers again all statements that are being delivered, so an
+    /// observer must not do so for every statement.
     virtual void handleCompressedEvent(const EventData &statement) = 0;
 };
 

@@ -109,6 +109,46 @@ TEST_F(EventCompressorTest, pressAloneWaitsWithoutLimitAndAFlushDropsIt)
     EXPECT_THAT(harness.takeStatements(), IsEmpty());
 }
 
+TEST_F(EventCompressorTest, pressAloneIsDroppedByAResetWithoutAFlush)
+{
+    harness.eat(mousePress(item, {10, 20}, 1000));
+    harness.compressor.resetInput();
+    EXPECT_EQ(harness.queued(), 0u);
+    harness.eat(mouseRelease(item, {10, 20}, 1100));
+    harness.flush();
+    EXPECT_THAT(harness.takeStatements(), IsEmpty());
+}
+
+TEST_F(EventCompressorTest, finishingLeavesPatternsBehindTheOneThatCompletedAsTheyWere)
+{
+    harness.eat(keyPress(item, "a", 1000));
+    harness.compressor.finishCompression();
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("type item \"a\" @1000"));
+    harness.eat(keyPress(item, "b", 1100));
+    EXPECT_EQ(harness.queued(), 0u) << "typing, which completed, waits no longer";
+    harness.eat(wheel(item, {10, 20}, {0, 15}, 1200));
+    EXPECT_EQ(harness.queued(), 1u) << "the wheel, which was not asked, does";
+}
+
+TEST_F(EventCompressorTest, buttonThatAMoveCarriesCountsForNothing)
+{
+    const auto moveWithButton = [this](QPoint point, quint64 time) {
+        SyntheticEvent move = mouseMove(item, point, time);
+        move.button = MouseButton::RightButton;
+        return move;
+    };
+    harness.eat(moveWithButton({9, 20}, 990));
+    harness.eat(mousePress(item, {10, 20}, 1000));
+    harness.eat(moveWithButton({11, 20}, 1010));
+    harness.eat(mouseRelease(item, {10, 20}, 1100));
+    harness.pass(800);
+    EXPECT_THAT(harness.takeStatements(), ElementsAre(clickOnItem));
+    harness.eat(mousePress(item, {10, 20}, 3000));
+    harness.eat(moveWithButton({50, 20}, 3010));
+    harness.eat(mouseRelease(item, {60, 20}, 3100));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseDrag item 10/20 10/0 LeftButton None @3000"));
+}
+
 TEST_F(EventCompressorTest, moveBehindAHeldClickRestartsTheAlarmForTheFullTime)
 {
     click(1000);
@@ -126,8 +166,11 @@ TEST_F(EventCompressorTest, alarmOfAnotherIdChangesNothing)
 {
     click(1000);
     harness.clock.setNow(5000);
+    const auto calls = harness.alarmClock.calls;
     harness.compressor.alarm(7);
     EXPECT_EQ(harness.queued(), 2u);
+    EXPECT_THAT(harness.takeStatements(), IsEmpty());
+    EXPECT_EQ(harness.alarmClock.calls, calls);
     harness.compressor.alarm(1);
     EXPECT_EQ(harness.queued(), 0u);
 }

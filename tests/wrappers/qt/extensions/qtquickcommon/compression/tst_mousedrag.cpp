@@ -139,7 +139,7 @@ TEST_F(MouseDrag, carriesModifiersPressedAheadOfIt)
     EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseDrag widget 5/15 40/0 LeftButton [Control] @1000"));
 }
 
-TEST_F(MouseDrag, isFinishedByAFlushLikeByAnEvent)
+TEST_F(MouseDrag, withoutItsReleaseIsLostInAFlush)
 {
     harness.eat(mouseMove(widget, {0, 0}, 900));
     harness.eat(mousePress(widget, {10, 20}, 1000));

@@ -37,6 +37,18 @@ TEST_F(MouseFlick, goesToTheFlickableWithTheWayOfItsContent)
     EXPECT_EQ(harness.queued(), 0u);
 }
 
+TEST_F(MouseFlick, endsWithTheObjectOfWhichTwoWrappersWereRecorded)
+{
+    other->wrapSameAs(item.get());
+    harness.eat(mousePress(item, {10, 200}, 1000));
+    harness.eat(flickStarted(list, other, {0, 5}, 1020));
+    EXPECT_EQ(harness.queued(), 2u);
+    item->loseNative();
+    other->loseNative();
+    harness.eat(mouseMove(item, {10, 100}, 1030));
+    EXPECT_EQ(harness.queued(), 0u);
+}
+
 TEST_F(MouseFlick, asksNeitherForReadinessNorForModifiers)
 {
     harness.eat(keyPress(item, "", 900, Modifier::Shift));

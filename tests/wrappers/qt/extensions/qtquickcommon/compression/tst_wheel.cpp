@@ -45,6 +45,18 @@ TEST_F(Wheel, turnOnAnotherObjectClosesTheRun)
     EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseWheel other 10/20 0/30 None @1010"));
 }
 
+TEST_F(Wheel, moveEndsTheRunOnTwoWrappersWhoseNativeObjectIsGone)
+{
+    other->wrapSameAs(item.get());
+    harness.eat(wheel(item, {10, 20}, {0, 15}, 1000));
+    harness.eat(wheel(other, {10, 20}, {0, 30}, 1010));
+    EXPECT_THAT(harness.takeStatements(), IsEmpty());
+    item->loseNative();
+    other->loseNative();
+    harness.eat(mouseMove(item, {11, 20}, 1020));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("mouseWheel item 10/20 0/15 None @1000"));
+}
+
 TEST_F(Wheel, turnOnAnObjectThatIsNotReadyEndsTheRunAndIsDropped)
 {
     harness.eat(wheel(item, {10, 20}, {0, 15}, 1000));
