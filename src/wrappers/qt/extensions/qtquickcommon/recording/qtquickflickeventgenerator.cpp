@@ -92,6 +92,9 @@ void QtQuickFlickEventGenerator::flickEnded(QQuickItem *flickable, const QPointF
 void QtQuickFlickEventGenerator::compressFlickEvent(QQuickItem *flickable, const QPointF &position, QQuickItem *item,
                                                     SyntheticEvent::FlickState state)
 {
+    // A statement, and code of the program that naming runs, may lead to this
+    // generator's end, and with it the recorder's.
+    const SharedPtr<QtEventRecorder> heldRecorder = recorder;
     SyntheticEvent event;
     event.type = SyntheticEvent::Flick;
     // The flickable is what a script is to flick; the item only tells which
@@ -104,9 +107,6 @@ void QtQuickFlickEventGenerator::compressFlickEvent(QQuickItem *flickable, const
     event.contentX = truncated(position.x());
     event.contentY = truncated(position.y());
     event.flickState = state;
-
-    // A statement may lead to this generator's end, and with it the recorder's.
-    const SharedPtr<QtEventRecorder> heldRecorder = recorder;
     heldRecorder->eatEvent(event);
 }
 

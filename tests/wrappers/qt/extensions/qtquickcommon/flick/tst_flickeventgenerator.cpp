@@ -2,6 +2,7 @@
 
 #include "flicksupport.h"
 #include "wrappers/qt/application.h"
+#include "wrappers/qt/bynamefunctions.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/currenttime.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/eventcompressor.h"
@@ -19,6 +20,8 @@
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
 using namespace VantleTest;
+using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -46,6 +49,12 @@ struct MonitorOfGenerator
 template struct Lend<&QtQuickFlickEventGenerator::monitor, MonitorOfGenerator>;
 
 quint64 handTime = 0;
+
+int integer(const SharedPtr<Object> &value)
+{
+    void *native = nullptr;
+    return value->get(&native) ? *static_cast<int *>(native) : -1;
+}
 
 /// Two nested flickables and an item in them, in a window that isn't shown.
 class FlickEvents : public testing::Test
@@ -251,6 +260,7 @@ TEST_F(FlickEvents, MovementStandsInTheQueueBetweenPressAndRelease)
     handTime = 1040;
     offer(mouse(item.get(), SyntheticEvent::Release));
     EXPECT_THAT(typesOf(queue()), ElementsAre(SyntheticEvent::Mouse, SyntheticEvent::Flick, SyntheticEvent::Mouse));
+    EXPECT_EQ(queue().at(1).flickState, SyntheticEvent::FlickStarted);
 
     std::vector<EventData> statements;
     application.setStatementHandler([&](const EventData &statement) { statements.push_back(statement); });
@@ -258,7 +268,31 @@ TEST_F(FlickEvents, MovementStandsInTheQueueBetweenPressAndRelease)
     inner->setContentY(40);
     Q_EMIT inner->movementEnded();
     EXPECT_THAT(queue(), IsEmpty());
-    EXPECT_EQ(statements.size(), 1U);
+    EXPECT_THAT(log.infos, Contains(AllOf(HasSubstr("(flick ended, contentPos=12/40)"), HasSubstr("1500"))));
+    ASSERT_EQ(statements.size(), 1U);
+    EXPECT_EQ(statements.front().method(), flickODByNameFn());
+    EXPECT_EQ(statements.front().objectName(), wrapAndRegisterQObject(inner.get())->scriptName());
+    ASSERT_EQ(statements.front().arguments().size(), 2U);
+    EXPECT_EQ(integer(statements.front().arguments().at(0)), 0);
+    EXPECT_EQ(integer(statements.front().arguments().at(1)), 43);
+}
+
+TEST_F(FlickEvents, RecordIsOneOfTheFlickableWhateverWasPressed)
+{
+    const std::initializer_list<QQuickItem *> pressable = {item.get(), inner.get(), outer.get()};
+    for (QQuickItem *pressed : pressable) {
+        for (QQuickFlickable *moving : {inner.get(), outer.get()}) {
+            offer(mouse(pressed, SyntheticEvent::Press));
+            generator->flickStarted(moving, {1, 2}, pressed);
+            const std::vector<SyntheticEvent> events = queue();
+            ASSERT_EQ(events.size(), 2U);
+            EXPECT_EQ(nativeQObject(events.back().object), moving);
+            EXPECT_EQ(nativeQObject(events.back().flickObject), pressed);
+            EXPECT_EQ(events.back().x, 0);
+            EXPECT_EQ(events.back().y, 0);
+            recorder->flushEventQueue();
+        }
+    }
 }
 
 TEST_F(FlickEvents, RecordIsOneOfTheFlickableWithThePressedItemBeside)

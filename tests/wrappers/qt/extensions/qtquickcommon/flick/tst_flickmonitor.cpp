@@ -285,7 +285,8 @@ TEST_F(FlickMonitoring, CountsTheWatchItselfWhenItBeginsAnew)
     EXPECT_THAT(trace.takeTexts(),
                 ElementsAre("Watching flickable " + addressText(&inner) + " for item " + debugText(nullptr)
                             + ". Currently watching 1 other flickables."));
-    EXPECT_EQ(monitor.watches().size(), 1);
+    ASSERT_EQ(monitor.watches().size(), 1);
+    EXPECT_EQ(monitor.watches().first().item, nullptr) << "the earlier watch is replaced";
 }
 
 TEST_F(FlickMonitoring, ReleaseWithoutAPressOnlyTraces)
