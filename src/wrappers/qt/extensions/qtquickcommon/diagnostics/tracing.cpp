@@ -96,8 +96,12 @@ void TraceRecorder::finish() const
 {
     if (!point->active.load(std::memory_order_relaxed))
         return;
-    const std::string message = text ? text->str() : std::string();
-    corvaline::tracelib::visitTracePoint(point, message.c_str(), snapshot);
+    corvaline::tracelib::visitTracePoint(point, message().c_str(), snapshot);
+}
+
+std::string TraceRecorder::message() const
+{
+    return text ? text->str() : std::string();
 }
 
 void TraceRecorder::release()

@@ -9,6 +9,7 @@
 #include <concepts>
 #include <cstdint>
 #include <iosfwd>
+#include <string>
 #include <type_traits>
 
 class QPointF;
@@ -122,6 +123,8 @@ public:
 
     /// Delivers the message, which may be empty, if the point is still active.
     void finish() const;
+    /// All pieces so far as one text; empty without any.
+    std::string message() const;
 
     corvaline::tracelib::TracePoint *point;
     /// Null until the first piece comes.

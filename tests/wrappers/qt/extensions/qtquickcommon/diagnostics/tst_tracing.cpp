@@ -168,6 +168,7 @@ TEST_F(Tracing, deliversTheEmptyTextForARecorderWithoutPieces)
     ASSERT_TRUE(advanceVisit(&point));
     recorder.finish();
     EXPECT_EQ(recorder.text, nullptr);
+    EXPECT_EQ(recorder.message(), "");
     EXPECT_THAT(takeTexts(), ElementsAre(""));
 }
 

@@ -281,6 +281,15 @@ TEST_F(StatementRecording, DerivedClassesCountAsListed)
     expectStatement(mouseClickOByNameFn(), {});
 }
 
+TEST_F(StatementRecording, ClassesBelowAListedQmlTypeCountByItsCleanedName)
+{
+    recorder.setClassesWithoutCoordinates({"Switch"});
+    const Class base(QStringLiteral("Switch_QMLTYPE_5"), &baseClass);
+    const Class derived(QStringLiteral("LightSwitch_QMLTYPE_9"), &base);
+    click(&derived, MouseButton::LeftButton, Modifier::None);
+    expectStatement(mouseClickOByNameFn(), {});
+}
+
 TEST_F(StatementRecording, TheBaseOfAListedClassDoesNotCount)
 {
     click(&baseClass, MouseButton::LeftButton, Modifier::None);
