@@ -47,7 +47,9 @@ bool translate(QObject *receiver, QEvent *event, QtWrapper::SyntheticEvent *reco
 
 } // namespace
 
-EventWatcher::EventWatcher() = default;
+EventWatcher::EventWatcher(std::chrono::milliseconds settlingTime) : m_settling(settlingTime)
+{
+}
 
 EventWatcher::~EventWatcher()
 {
@@ -60,6 +62,7 @@ void EventWatcher::start()
         return;
     m_recorder = QtWrapper::QtEventRecorder::instance();
     m_flickGenerator = std::make_unique<QtWrapper::QtQuickFlickEventGenerator>(m_recorder);
+    m_settling.start();
     qApp->installEventFilter(this);
 }
 
@@ -74,11 +77,13 @@ void EventWatcher::stop()
     flush();
     m_recorder = nullptr;
     m_modifiers.reset();
+    m_settling.stop();
 }
 
 bool EventWatcher::eventFilter(QObject *receiver, QEvent *event)
 {
-    if (!concernsUs(receiver, event))
+    m_settling.note(receiver, *event);
+    if (!concernsUs(receiver, event) || m_settling.isSettling(receiver, *event))
         return false;
     if (event->isInputEvent())
         correctModifiers(receiver, *static_cast<QInputEvent *>(event));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "agent/modifiertracker.h"
+#include "agent/windowsettling.h"
 #include "hook/shared.h"
 
 #include <QtCore/QObject>
@@ -10,7 +11,7 @@
 namespace Vantle::QtWrapper {
 class QtEventRecorder;
 class QtQuickFlickEventGenerator;
-}
+} // namespace Vantle::QtWrapper
 
 namespace Vantle::Agent {
 
@@ -20,7 +21,7 @@ namespace Vantle::Agent {
 /// delivers it to, so only what the window system sent, to a window, counts.
 /// The one exception are texts of an input method, which go to the focus
 /// object without passing the window. That a program closes a window itself
-/// is not input.
+/// is not input, nor is what becomes of a window while it comes to the screen.
 ///
 /// Lives on the thread that owns the user interface.
 class EventWatcher final : public QObject
@@ -28,7 +29,8 @@ class EventWatcher final : public QObject
     Q_OBJECT
 
 public:
-    EventWatcher();
+    /// New windows find their place on the screen within \p settlingTime.
+    explicit EventWatcher(std::chrono::milliseconds settlingTime = std::chrono::seconds(1));
     ~EventWatcher() override;
 
     /// The host's Application must exist, and Qt Quick be set up. Does nothing
@@ -49,6 +51,7 @@ private:
     SharedPtr<QtWrapper::QtEventRecorder> m_recorder;
     std::unique_ptr<QtWrapper::QtQuickFlickEventGenerator> m_flickGenerator;
     ModifierTracker m_modifiers;
+    WindowSettling m_settling;
 };
 
 } // namespace Vantle::Agent

@@ -112,6 +112,14 @@ protected:
         mouse(QEvent::MouseButtonPress, local, modifiers);
         mouse(QEvent::MouseButtonRelease, local, modifiers);
     }
+    /// Resizes the window as a user does, over a size in between.
+    void drawOut(QSize size)
+    {
+        for (const QSize step : {size + QSize(5, 5), size}) {
+            QWindowSystemInterface::handleGeometryChange<QWindowSystemInterface::SynchronousDelivery>(
+                window.get(), QRect(window->position(), step));
+        }
+    }
     void keyEvent(QEvent::Type type, int code, Qt::KeyboardModifiers modifiers, const QString &text = {})
     {
         QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::SynchronousDelivery>(window.get(), type, code,
@@ -206,6 +214,34 @@ TEST_F(EventWatching, TypedTextGoesToTheFocusItem)
     EXPECT_EQ(recorded(), Lines({"type input ab"}));
 }
 
+TEST_F(EventWatching, SizeThatAWindowGetsWhileItComesToTheScreenIsNotRecorded)
+{
+    drawOut({300, 250});
+    click({12, 34});
+    drawOut({320, 250});
+    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 1", "setWindowSize main 320 250"}));
+}
+
+TEST_F(EventWatching, SizeIsRecordedWithoutAClickOnceTheWindowHasSettled)
+{
+    Agent::EventWatcher impatient(std::chrono::milliseconds(0));
+    watcher.stop();
+    impatient.start();
+    drawOut({300, 250});
+    impatient.stop();
+    EXPECT_EQ(recorded(), Lines({"setWindowSize main 300 250"}));
+}
+
+TEST_F(EventWatching, WindowSettlesAnewWhenItIsShownAgain)
+{
+    click({12, 34});
+    window->hide();
+    window->show();
+    ASSERT_TRUE(VantleTest::waitUntil([this] { return window->isExposed(); }));
+    drawOut({300, 250});
+    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 1"}));
+}
+
 TEST_F(EventWatching, ShortcutIsRecordedThoughNoKeyPressFollows)
 {
     key(Qt::Key_S, Qt::ControlModifier, QStringLiteral("\x13"));
@@ -249,8 +285,9 @@ TEST_F(EventWatching, OtherModifierStaysWhenOneEnds)
     click({56, 78}, Qt::ControlModifier);
     keyEvent(QEvent::KeyRelease, Qt::Key_Control, Qt::ControlModifier);
     click({90, 90});
-    EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 100663296 1", "mouseClick area 56 78 67108864 1",
-                                 "mouseClick area 90 90 1"}));
+    EXPECT_EQ(recorded(),
+              Lines({"mouseClick area 12 34 100663296 1", "mouseClick area 56 78 67108864 1",
+                     "mouseClick area 90 90 1"}));
 }
 
 TEST_F(EventWatching, TextThatWaitsIsKeptWhenAModifierTurnsOutToBeUp)
@@ -312,8 +349,7 @@ TEST_F(EventWatching, TextThatAnInputMethodHasNotCommittedIsNotRecorded)
 TEST_F(EventWatching, WheelIsRecorded)
 {
     const QPointF local(12, 34);
-    QWindowSystemInterface::handleWheelEvent(window.get(), local, window->mapToGlobal(local), QPoint(),
-                                             QPoint(0, 120));
+    QWindowSystemInterface::handleWheelEvent(window.get(), local, window->mapToGlobal(local), QPoint(), QPoint(0, 120));
     QWindowSystemInterface::flushWindowSystemEvents();
     EXPECT_EQ(recorded(), Lines({"mouseWheel area 12 34 0 15 0"}));
 }
@@ -359,8 +395,8 @@ TEST_F(EventWatching, ClickThatDestroysTheWindowIsRecorded)
     const QPointF local(12, 34);
     for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
         QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::SynchronousDelivery>(
-            guard, local, guard->mapToGlobal(local),
-            type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, type);
+            guard, local, guard->mapToGlobal(local), type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton,
+            Qt::LeftButton, type);
     }
     ASSERT_TRUE(VantleTest::waitUntil([&] { return !guard; }));
     EXPECT_EQ(recorded(), Lines({"mouseClick area 12 34 1"}));
@@ -421,9 +457,10 @@ TEST_F(EventWatching, WatcherThatNeverBeganEndsNothing)
 TEST_F(EventWatching, TapIsRecorded)
 {
     static QPointingDevice *const screen = [] {
-        auto *const device = new QPointingDevice(
-            QStringLiteral("screen"), 77, QInputDevice::DeviceType::TouchScreen, QPointingDevice::PointerType::Finger,
-            QInputDevice::Capability::Position, 5, 0, QString(), QPointingDeviceUniqueId(), qApp);
+        auto *const device = new QPointingDevice(QStringLiteral("screen"), 77, QInputDevice::DeviceType::TouchScreen,
+                                                 QPointingDevice::PointerType::Finger,
+                                                 QInputDevice::Capability::Position, 5, 0, QString(),
+                                                 QPointingDeviceUniqueId(), qApp);
         QWindowSystemInterface::registerInputDevice(device);
         return device;
     }();
@@ -433,8 +470,8 @@ TEST_F(EventWatching, TapIsRecorded)
         point.state = state;
         point.area = QRectF(0, 0, 1, 1);
         point.area.moveCenter(window->mapToGlobal(QPointF(12, 34)));
-        QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(
-            window.get(), screen, {point});
+        QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::SynchronousDelivery>(window.get(), screen,
+                                                                                              {point});
     }
     const Lines all = recorded();
     ASSERT_EQ(all.size(), 1U);
