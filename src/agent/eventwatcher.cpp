@@ -4,6 +4,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qtquickflickeventgenerator.h"
+#include "wrappers/qt/functions/inputplayer.h"
 #include "wrappers/qt/objectnamecache.h"
 
 #include <QtGui/QGuiApplication>
@@ -64,12 +65,16 @@ void EventWatcher::start()
     m_flickGenerator = std::make_unique<QtWrapper::QtQuickFlickEventGenerator>(m_recorder);
     m_settling.start();
     qApp->installEventFilter(this);
+    // What a script plays is recorded like a user's input, but statement by
+    // statement: a script has its clicks follow each other faster.
+    QtWrapper::InputPlayer::setBeforeAction([this] { flush(); });
 }
 
 void EventWatcher::stop()
 {
     if (!m_recorder)
         return;
+    QtWrapper::InputPlayer::setBeforeAction({});
     if (qApp)
         qApp->removeEventFilter(this);
     // Before the flush, so that nothing new comes in behind it.

@@ -46,6 +46,13 @@ struct DelegateFactory::Registry
 
 Delegate::~Delegate() = default;
 
+GeometryDelegate::WindowPoint GeometryDelegate::mapToWindow(const SharedPtr<Object> &, QPointF) const
+{
+    return {};
+}
+
+void InteractionDelegate::takeFocus(const SharedPtr<Object> &) const {}
+
 DelegateFactory *DelegateFactory::self()
 {
     // Never destroyed: objects that die during exit may still ask it.

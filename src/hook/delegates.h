@@ -39,6 +39,17 @@ public:
     /// The object's rectangle in screen coordinates; width and height are -1
     /// for an object that has no place on the screen.
     virtual QRect screenRect(const SharedPtr<Object> &object) const = 0;
+
+    /// A window and a point in its coordinates.
+    struct WindowPoint
+    {
+        SharedPtr<Object> window;
+        QPointF point;
+    };
+    /// Where \p point, in the object's own coordinates, is in the window in
+    /// which the user sees the object. Without a window, which is what classes
+    /// get that don't say otherwise, nobody can point at the object.
+    virtual WindowPoint mapToWindow(const SharedPtr<Object> &object, QPointF point) const;
 };
 
 /// Whether things can be acted on.
@@ -47,6 +58,10 @@ class VANTLEHOOK_EXPORT InteractionDelegate : public Delegate
 public:
     /// Why a user could not act on the object now, in words; empty when one could.
     virtual QString notReadyReason(const SharedPtr<Object> &object) const = 0;
+    /// Makes the object, or what is below it, the one that typed text goes to,
+    /// if it isn't yet. Runs code of the program. Does nothing for classes that
+    /// don't say otherwise.
+    virtual void takeFocus(const SharedPtr<Object> &object) const;
 };
 
 /// The delegates by class. A class without a delegate of its own has that of

@@ -1,27 +1,13 @@
 #include "wrappers/qt/bynamefunctions.h"
 
 #include "hook/inspector.h"
+#include "wrappers/qt/functions/interactions_p.h"
 
 #include <vector>
 
 namespace Vantle::QtWrapper {
 
 namespace {
-
-// What an overload takes behind the object's name, in the order in which
-// scripts write it.
-enum class Takes {
-    Coordinates,
-    Distance,
-    WheelDeltas,
-    Size,
-    State,
-    Modifiers,
-    Button,
-    Delay,
-    Text,
-    Gesture,
-};
 
 const Class *typeNamed(const QString &name)
 {
@@ -52,17 +38,19 @@ void append(QList<Argument> *arguments, Takes what)
     case Takes::Delay: append(arguments, integer, {"delay"}); return;
     case Takes::Text: append(arguments, text, {"text"}); return;
     case Takes::Gesture: append(arguments, text, {"gesture"}); return;
+    case Takes::Target: append(arguments, text, {"targetName"}); return;
+    case Takes::TargetCoordinates: append(arguments, integer, {"targetX", "targetY"}); return;
     }
 }
 
-const GlobalMethod *makeOverload(const char *name, std::initializer_list<Takes> takes)
+const GlobalMethod *makeOverload(GlobalFunction function, const char *name, std::initializer_list<Takes> takes)
 {
     QList<Argument> arguments;
     append(&arguments, QStringLiteral("QString"), {"objectName"});
     for (Takes what : takes)
         append(&arguments, what);
     const Argument result(Inspector::self()->voidResult()->objectClass(), Argument::ByValue, 0);
-    auto *const method = new GlobalMethod(nullptr, result, QString::fromLatin1(name), Signature(arguments));
+    auto *const method = new GlobalMethod(function, result, QString::fromLatin1(name), Signature(arguments));
     Inspector::self()->globalClass()->addMethod(method);
     return method;
 }
@@ -73,66 +61,92 @@ const GlobalMethod *makeOverload(const char *name, std::initializer_list<Takes> 
 #define VANTLE_BY_NAME_FUNCTION(accessor, name, ...) \
     const Method *accessor() \
     { \
-        static const GlobalMethod *const method = makeOverload(name, {__VA_ARGS__}); \
+        static const GlobalMethod *const method = makeOverload(callInteraction<name __VA_OPT__(, ) __VA_ARGS__>, \
+                                                               #name, {__VA_ARGS__}); \
         return method; \
     }
 
 using enum Takes;
 
-VANTLE_BY_NAME_FUNCTION(typeByNameFn, "type", Text)
-VANTLE_BY_NAME_FUNCTION(mouseWheelByNameFn, "mouseWheel", Coordinates, WheelDeltas, Modifiers)
-VANTLE_BY_NAME_FUNCTION(flickODByNameFn, "flick", Distance)
-VANTLE_BY_NAME_FUNCTION(closeWindowByNameFn, "closeWindow")
-VANTLE_BY_NAME_FUNCTION(moveWindowByNameFn, "moveWindow", Distance)
-VANTLE_BY_NAME_FUNCTION(setWindowSizeByNameFn, "setWindowSize", Size)
-VANTLE_BY_NAME_FUNCTION(setWindowStateByNameFn, "setWindowState", State)
-VANTLE_BY_NAME_FUNCTION(gestureOGByNameFn, "gesture", Gesture)
+VANTLE_BY_NAME_FUNCTION(typeByNameFn, type, Text)
+VANTLE_BY_NAME_FUNCTION(mouseWheelByNameFn, mouseWheel, Coordinates, WheelDeltas, Modifiers)
+VANTLE_BY_NAME_FUNCTION(flickODByNameFn, flick, Distance)
+VANTLE_BY_NAME_FUNCTION(closeWindowByNameFn, closeWindow)
+VANTLE_BY_NAME_FUNCTION(moveWindowByNameFn, moveWindow, Distance)
+VANTLE_BY_NAME_FUNCTION(setWindowSizeByNameFn, setWindowSize, Size)
+VANTLE_BY_NAME_FUNCTION(setWindowStateByNameFn, setWindowState, State)
+VANTLE_BY_NAME_FUNCTION(gestureOGByNameFn, gesture, Gesture)
 
-VANTLE_BY_NAME_FUNCTION(mouseDragByNameFn, "mouseDrag", Coordinates, Distance, Modifiers, Button)
-VANTLE_BY_NAME_FUNCTION(longMouseDragByNameFn, "longMouseDrag", Coordinates, Distance, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(mouseDragByNameFn, mouseDrag, Coordinates, Distance, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(longMouseDragByNameFn, longMouseDrag, Coordinates, Distance, Modifiers, Button)
 
-VANTLE_BY_NAME_FUNCTION(mouseClickOByNameFn, "mouseClick")
-VANTLE_BY_NAME_FUNCTION(mouseClickOBMByNameFn, "mouseClick", Modifiers, Button)
-VANTLE_BY_NAME_FUNCTION(mouseClickOCBByNameFn, "mouseClick", Coordinates, Button)
-VANTLE_BY_NAME_FUNCTION(mouseClickOCBMByNameFn, "mouseClick", Coordinates, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(mouseClickOByNameFn, mouseClick)
+VANTLE_BY_NAME_FUNCTION(mouseClickOBMByNameFn, mouseClick, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(mouseClickOCBByNameFn, mouseClick, Coordinates, Button)
+VANTLE_BY_NAME_FUNCTION(mouseClickOCBMByNameFn, mouseClick, Coordinates, Modifiers, Button)
 
-VANTLE_BY_NAME_FUNCTION(longMouseClickOByNameFn, "longMouseClick")
-VANTLE_BY_NAME_FUNCTION(longMouseClickOBMByNameFn, "longMouseClick", Modifiers, Button)
-VANTLE_BY_NAME_FUNCTION(longMouseClickOCBByNameFn, "longMouseClick", Coordinates, Button)
-VANTLE_BY_NAME_FUNCTION(longMouseClickOCBMByNameFn, "longMouseClick", Coordinates, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(longMouseClickOByNameFn, longMouseClick)
+VANTLE_BY_NAME_FUNCTION(longMouseClickOBMByNameFn, longMouseClick, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(longMouseClickOCBByNameFn, longMouseClick, Coordinates, Button)
+VANTLE_BY_NAME_FUNCTION(longMouseClickOCBMByNameFn, longMouseClick, Coordinates, Modifiers, Button)
 
-VANTLE_BY_NAME_FUNCTION(doubleClickOByNameFn, "doubleClick")
-VANTLE_BY_NAME_FUNCTION(doubleClickOBMByNameFn, "doubleClick", Modifiers, Button)
-VANTLE_BY_NAME_FUNCTION(doubleClickOCBByNameFn, "doubleClick", Coordinates, Button)
-VANTLE_BY_NAME_FUNCTION(doubleClickOCBMByNameFn, "doubleClick", Coordinates, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(doubleClickOByNameFn, doubleClick)
+VANTLE_BY_NAME_FUNCTION(doubleClickOBMByNameFn, doubleClick, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(doubleClickOCBByNameFn, doubleClick, Coordinates, Button)
+VANTLE_BY_NAME_FUNCTION(doubleClickOCBMByNameFn, doubleClick, Coordinates, Modifiers, Button)
 
-VANTLE_BY_NAME_FUNCTION(tapObjectOByNameFn, "tapObject")
-VANTLE_BY_NAME_FUNCTION(tapObjectOMByNameFn, "tapObject", Modifiers)
-VANTLE_BY_NAME_FUNCTION(tapObjectOCByNameFn, "tapObject", Coordinates)
-VANTLE_BY_NAME_FUNCTION(tapObjectOCMByNameFn, "tapObject", Coordinates, Modifiers)
+VANTLE_BY_NAME_FUNCTION(tapObjectOByNameFn, tapObject)
+VANTLE_BY_NAME_FUNCTION(tapObjectOMByNameFn, tapObject, Modifiers)
+VANTLE_BY_NAME_FUNCTION(tapObjectOCByNameFn, tapObject, Coordinates)
+VANTLE_BY_NAME_FUNCTION(tapObjectOCMByNameFn, tapObject, Coordinates, Modifiers)
 
-VANTLE_BY_NAME_FUNCTION(doubleTapOByNameFn, "doubleTap")
-VANTLE_BY_NAME_FUNCTION(doubleTapOMByNameFn, "doubleTap", Modifiers)
-VANTLE_BY_NAME_FUNCTION(doubleTapOCByNameFn, "doubleTap", Coordinates)
-VANTLE_BY_NAME_FUNCTION(doubleTapOCMByNameFn, "doubleTap", Coordinates, Modifiers)
+VANTLE_BY_NAME_FUNCTION(doubleTapOByNameFn, doubleTap)
+VANTLE_BY_NAME_FUNCTION(doubleTapOMByNameFn, doubleTap, Modifiers)
+VANTLE_BY_NAME_FUNCTION(doubleTapOCByNameFn, doubleTap, Coordinates)
+VANTLE_BY_NAME_FUNCTION(doubleTapOCMByNameFn, doubleTap, Coordinates, Modifiers)
 
-VANTLE_BY_NAME_FUNCTION(touchAndDragOCDByNameFn, "touchAndDrag", Coordinates, Distance)
-VANTLE_BY_NAME_FUNCTION(touchAndDragOCDMByNameFn, "touchAndDrag", Coordinates, Distance, Modifiers)
-VANTLE_BY_NAME_FUNCTION(touchAndDragOCDMDByNameFn, "touchAndDrag", Coordinates, Distance, Modifiers, Delay)
+VANTLE_BY_NAME_FUNCTION(touchAndDragOCDByNameFn, touchAndDrag, Coordinates, Distance)
+VANTLE_BY_NAME_FUNCTION(touchAndDragOCDMByNameFn, touchAndDrag, Coordinates, Distance, Modifiers)
+VANTLE_BY_NAME_FUNCTION(touchAndDragOCDMDByNameFn, touchAndDrag, Coordinates, Distance, Modifiers, Delay)
 
 #undef VANTLE_BY_NAME_FUNCTION
 
 void registerByNameFunctions()
 {
     for (auto *accessor : {
-             typeByNameFn, mouseWheelByNameFn, flickODByNameFn, closeWindowByNameFn, moveWindowByNameFn,
-             setWindowSizeByNameFn, setWindowStateByNameFn, gestureOGByNameFn, mouseDragByNameFn,
-             longMouseDragByNameFn, mouseClickOByNameFn, mouseClickOBMByNameFn, mouseClickOCBByNameFn,
-             mouseClickOCBMByNameFn, longMouseClickOByNameFn, longMouseClickOBMByNameFn, longMouseClickOCBByNameFn,
-             longMouseClickOCBMByNameFn, doubleClickOByNameFn, doubleClickOBMByNameFn, doubleClickOCBByNameFn,
-             doubleClickOCBMByNameFn, tapObjectOByNameFn, tapObjectOMByNameFn, tapObjectOCByNameFn,
-             tapObjectOCMByNameFn, doubleTapOByNameFn, doubleTapOMByNameFn, doubleTapOCByNameFn,
-             doubleTapOCMByNameFn, touchAndDragOCDByNameFn, touchAndDragOCDMByNameFn, touchAndDragOCDMDByNameFn,
+             typeByNameFn,
+             mouseWheelByNameFn,
+             flickODByNameFn,
+             closeWindowByNameFn,
+             moveWindowByNameFn,
+             setWindowSizeByNameFn,
+             setWindowStateByNameFn,
+             gestureOGByNameFn,
+             mouseDragByNameFn,
+             longMouseDragByNameFn,
+             mouseClickOByNameFn,
+             mouseClickOBMByNameFn,
+             mouseClickOCBByNameFn,
+             mouseClickOCBMByNameFn,
+             longMouseClickOByNameFn,
+             longMouseClickOBMByNameFn,
+             longMouseClickOCBByNameFn,
+             longMouseClickOCBMByNameFn,
+             doubleClickOByNameFn,
+             doubleClickOBMByNameFn,
+             doubleClickOCBByNameFn,
+             doubleClickOCBMByNameFn,
+             tapObjectOByNameFn,
+             tapObjectOMByNameFn,
+             tapObjectOCByNameFn,
+             tapObjectOCMByNameFn,
+             doubleTapOByNameFn,
+             doubleTapOMByNameFn,
+             doubleTapOCByNameFn,
+             doubleTapOCMByNameFn,
+             touchAndDragOCDByNameFn,
+             touchAndDragOCDMByNameFn,
+             touchAndDragOCDMDByNameFn,
          })
         accessor();
 }

@@ -2,6 +2,7 @@
 
 #include "hook/inspector.h"
 #include "wrappers/qt/bynamefunctions.h"
+#include "wrappers/qt/functions/interactions_p.h"
 
 namespace Vantle::QtWrapper {
 
@@ -24,12 +25,12 @@ Argument integerArgument(const QString &name)
     return {name, Inspector::self()->classByName(QStringLiteral("int")), Argument::ByValue, 0};
 }
 
-/// As \p byName, with an object of \p type in place of the object's name.
+/// As \p byName, one of the functions by name, with an object of \p type in place of the object's name.
 void addObjectOverload(const Method *byName, const Class *type)
 {
     QList<Argument> arguments = byName->signature().arguments();
     arguments.replace(0, objectArgument(QStringLiteral("object"), type));
-    addOverload(nullptr, byName->name(), arguments);
+    addOverload(static_cast<const GlobalMethod *>(byName)->function(), byName->name(), arguments);
 }
 
 } // namespace
@@ -81,8 +82,8 @@ void registerDragAndDropOverloadsWithTarget(const Class *source, const Class *ta
     const QString name = QStringLiteral("dragAndDrop");
     const Argument from = objectArgument(QStringLiteral("object"), source);
     const Argument to = objectArgument(QStringLiteral("target"), target);
-    addOverload(nullptr, name, {from, to});
-    addOverload(nullptr, name,
+    addOverload(callInteraction<dragAndDrop, Takes::Target>, name, {from, to});
+    addOverload(callInteraction<dragAndDrop, Takes::Coordinates, Takes::Target, Takes::TargetCoordinates>, name,
                 {from, integerArgument(QStringLiteral("x")), integerArgument(QStringLiteral("y")), to,
                  integerArgument(QStringLiteral("targetX")), integerArgument(QStringLiteral("targetY"))});
 }

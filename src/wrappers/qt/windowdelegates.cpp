@@ -33,6 +33,11 @@ public:
         const QWindow *const window = toWindow(object);
         return window ? QRect(window->mapToGlobal(QPoint(0, 0)), window->size()) : QRect(0, 0, -1, -1);
     }
+
+    WindowPoint mapToWindow(const SharedPtr<Object> &object, QPointF point) const override
+    {
+        return toWindow(object) ? WindowPoint{object, point} : WindowPoint{};
+    }
 };
 
 class WindowInteraction final : public InteractionDelegate

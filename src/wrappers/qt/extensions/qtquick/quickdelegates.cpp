@@ -27,6 +27,18 @@ QQuickWindow *toQuickWindow(const SharedPtr<Object> &object)
     return qobject_cast<QQuickWindow *>(nativeQObject(object));
 }
 
+// The point of the scene in \p window, where the user sees it: the window may be
+// drawn into another one. Nothing for null.
+GeometryDelegate::WindowPoint shownPoint(QQuickWindow *window, QPointF scenePoint)
+{
+    if (!window)
+        return {};
+    QWindow *shown = nullptr;
+    QPoint offset;
+    quickRenderWindowFor(window, &shown, &offset);
+    return {wrapAndRegisterQObject(shown), scenePoint + offset};
+}
+
 // Of the window in which the user sees \p window, which may be null.
 QString shownWindowNotReadyReason(QQuickWindow *window)
 {
@@ -86,6 +98,12 @@ public:
         const QPointF origin = item->window()->contentItem()->mapToGlobal(QPointF(0, 0));
         return scene.translated(origin).toRect();
     }
+
+    WindowPoint mapToWindow(const SharedPtr<Object> &object, QPointF point) const override
+    {
+        const QQuickItem *const item = toItem(object);
+        return item ? shownPoint(item->window(), item->mapToScene(point)) : WindowPoint{};
+    }
 };
 
 class ItemInteraction final : public InteractionDelegate
@@ -111,6 +129,16 @@ public:
             return QStringLiteral("an extension says that the item is not ready");
         // Such a script may have destroyed the item.
         return nativeQObject(object) ? QString() : QStringLiteral("the item does not exist any more");
+    }
+
+    void takeFocus(const SharedPtr<Object> &object) const override
+    {
+        QQuickItem *const item = toItem(object);
+        if (!item || !item->window() || item == item->window()->contentItem() || item->hasActiveFocus())
+            return;
+        const QQuickItem *const focus = item->window()->activeFocusItem();
+        if (!focus || !item->isAncestorOf(focus))
+            item->forceActiveFocus(Qt::OtherFocusReason);
     }
 };
 
@@ -143,6 +171,11 @@ public:
             return NoRect;
         const QPointF origin = window->contentItem()->mapToGlobal(QPointF(0, 0));
         return {origin.toPoint(), window->size()};
+    }
+
+    WindowPoint mapToWindow(const SharedPtr<Object> &object, QPointF point) const override
+    {
+        return shownPoint(toQuickWindow(object), point);
     }
 };
 

@@ -1,0 +1,198 @@
+#include "wrappers/qt/functions/inputdevices_p.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QPointingDevice>
+#include <QtGui/QStyleHints>
+#include <QtGui/qpa/qwindowsysteminterface.h>
+#include <QtGui/qpa/qwindowsysteminterface_p.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+using Synchronous = QWindowSystemInterface::SynchronousDelivery;
+
+struct ModifierKey
+{
+    Qt::KeyboardModifier modifier;
+    Qt::Key key;
+};
+
+constexpr std::array modifierKeys{
+    ModifierKey{Qt::ControlModifier, Qt::Key_Control},
+    ModifierKey{Qt::ShiftModifier, Qt::Key_Shift},
+    ModifierKey{Qt::AltModifier, Qt::Key_Alt},
+    ModifierKey{Qt::MetaModifier, Qt::Key_Meta},
+};
+
+QPointF toLocal(const QWindow *window, QPointF global)
+{
+    return window ? window->mapFromGlobal(global) : global;
+}
+
+} // namespace
+
+InputDevices::InputDevices() = default;
+
+InputDevices::~InputDevices()
+{
+    delete m_touchScreen;
+}
+
+void InputDevices::advanceTime(int milliseconds)
+{
+    m_time = now() + static_cast<ulong>(std::max(milliseconds, 0));
+}
+
+void InputDevices::separateFromEarlierPresses()
+{
+    const auto interval = static_cast<ulong>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    const auto clock = static_cast<ulong>(QWindowSystemInterfacePrivate::eventTime.elapsed());
+    m_time = std::max({clock, m_time + 1, m_lastPress + interval + 1});
+}
+
+// No two events of one time: a key press that equals the one before it in
+// everything would count as its repetition.
+ulong InputDevices::now()
+{
+    return ++m_time;
+}
+
+void InputDevices::moveMouse(QWindow *window, QPointF global)
+{
+    sendMouse(window, global, Qt::NoButton, QEvent::MouseMove);
+}
+
+void InputDevices::pressButton(QWindow *window, QPointF global, Qt::MouseButton button)
+{
+    m_buttons |= button;
+    m_mouseWindow = window;
+    sendMouse(window, global, button, QEvent::MouseButtonPress);
+}
+
+void InputDevices::releaseButton(QWindow *window, QPointF global, Qt::MouseButton button)
+{
+    m_buttons &= ~button;
+    sendMouse(window, global, button, QEvent::MouseButtonRelease);
+}
+
+void InputDevices::sendMouse(QWindow *window, QPointF global, Qt::MouseButton button, QEvent::Type type)
+{
+    m_mousePosition = global;
+    const ulong time = now();
+    if (type == QEvent::MouseButtonPress)
+        m_lastPress = time;
+    QWindowSystemInterface::handleMouseEvent<Synchronous>(window, time, toLocal(window, global), global, m_buttons,
+                                                          button, type, m_modifiers);
+}
+
+void InputDevices::turnWheel(QWindow *window, QPointF global, QPoint angle)
+{
+    // Has no form that says how it is delivered, so the queue is run at once.
+    QWindowSystemInterface::handleWheelEvent(window, now(), toLocal(window, global), global, QPoint(), angle,
+                                             m_modifiers);
+    QWindowSystemInterface::sendWindowSystemEvents(QEventLoop::AllEvents);
+}
+
+void InputDevices::pressKey(QWindow *window, int key, Qt::KeyboardModifiers modifiers, const QString &text)
+{
+    m_keys.insert(key, modifiers);
+    m_keyWindow = window;
+    sendKey(window, QEvent::KeyPress, key, modifiers, text);
+}
+
+void InputDevices::releaseKey(QWindow *window, int key, Qt::KeyboardModifiers modifiers, const QString &text)
+{
+    m_keys.remove(key);
+    sendKey(window, QEvent::KeyRelease, key, modifiers, text);
+}
+
+void InputDevices::sendKey(QWindow *window, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers,
+                           const QString &text)
+{
+    QWindowSystemInterface::handleKeyEvent<Synchronous>(window, now(), type, key, m_modifiers | modifiers, text);
+}
+
+// The events carry the modifiers without the key's own: Qt adds it to press and
+// release, so that who counts modifiers by key events gets back to none.
+void InputDevices::pressModifiers(QWindow *window, Qt::KeyboardModifiers modifiers)
+{
+    m_keyWindow = window;
+    const QPointer<QWindow> guard(window);
+    for (const ModifierKey &candidate : modifierKeys) {
+        if (!modifiers.testFlag(candidate.modifier) || m_modifiers.testFlag(candidate.modifier))
+            continue;
+        const Qt::KeyboardModifiers others = std::exchange(m_modifiers, m_modifiers | candidate.modifier);
+        QWindowSystemInterface::handleKeyEvent<Synchronous>(guard, now(), QEvent::KeyPress, candidate.key, others);
+    }
+}
+
+void InputDevices::releaseModifiers(QWindow *window, Qt::KeyboardModifiers modifiers)
+{
+    const QPointer<QWindow> guard(window);
+    for (auto it = modifierKeys.rbegin(); it != modifierKeys.rend(); ++it) {
+        if (!modifiers.testFlag(it->modifier) || !m_modifiers.testFlag(it->modifier))
+            continue;
+        m_modifiers.setFlag(it->modifier, false);
+        QWindowSystemInterface::handleKeyEvent<Synchronous>(guard, now(), QEvent::KeyRelease, it->key, m_modifiers);
+    }
+}
+
+void InputDevices::touch(QWindow *window, const QList<Finger> &fingers)
+{
+    QList<QWindowSystemInterface::TouchPoint> points;
+    bool staysDown = false;
+    bool begins = false;
+    for (const Finger &finger : fingers) {
+        QWindowSystemInterface::TouchPoint point;
+        point.id = finger.id;
+        point.state = finger.state;
+        point.pressure = finger.state == QEventPoint::Released ? 0 : finger.pressure;
+        point.area = QRectF(0, 0, finger.diameter, finger.diameter);
+        point.area.moveCenter(finger.position);
+        points.append(point);
+        staysDown |= finger.state != QEventPoint::Released;
+        begins |= finger.state == QEventPoint::Pressed;
+    }
+    m_isTouching = staysDown;
+    m_touchWindow = window;
+    const ulong time = now();
+    if (begins)
+        m_lastPress = time;
+    QWindowSystemInterface::handleTouchEvent<Synchronous>(window, time, touchScreen(), points, m_modifiers);
+}
+
+const QPointingDevice *InputDevices::touchScreen()
+{
+    if (!m_touchScreen) {
+        using Capability = QInputDevice::Capability;
+        constexpr int maximumPoints = 32;
+        constexpr qint64 systemId = 0x76616e74;
+        m_touchScreen = new QPointingDevice(QStringLiteral("touch screen of scripts"), systemId,
+                                            QInputDevice::DeviceType::TouchScreen, QPointingDevice::PointerType::Finger,
+                                            Capability::Position | Capability::Area | Capability::Pressure,
+                                            maximumPoints, 0);
+        QWindowSystemInterface::registerInputDevice(m_touchScreen);
+    }
+    return m_touchScreen;
+}
+
+void InputDevices::letGo()
+{
+    if (std::exchange(m_isTouching, false))
+        QWindowSystemInterface::handleTouchCancelEvent<Synchronous>(m_touchWindow, now(), touchScreen(), m_modifiers);
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+        if (m_buttons.testFlag(button))
+            releaseButton(m_mouseWindow, m_mousePosition, button);
+    }
+    const QHash<int, Qt::KeyboardModifiers> keys = m_keys;
+    for (auto it = keys.cbegin(); it != keys.cend(); ++it)
+        releaseKey(m_keyWindow, it.key(), it.value(), QString());
+    releaseModifiers(m_keyWindow, m_modifiers);
+}
+
+} // namespace Vantle::QtWrapper

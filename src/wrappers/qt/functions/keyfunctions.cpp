@@ -1,0 +1,151 @@
+#include "wrappers/qt/functions/interactions_p.h"
+
+#include "hook/delegates.h"
+#include "hook/inspector.h"
+#include "wrappers/qt/functions/inputaction_p.h"
+#include "wrappers/qt/functions/inputdevices_p.h"
+#include "wrappers/qt/functions/inputplayer.h"
+#include "wrappers/qt/functions/inputtarget_p.h"
+#include "wrappers/qt/functions/typedtext_p.h"
+#include "wrappers/qt/readiness.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QInputMethodEvent>
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+constexpr Qt::KeyboardModifiers HeldByKeys = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier
+    | Qt::MetaModifier;
+constexpr int KeyWait = 1;
+
+/// Whether the focus object takes texts of input methods; those that don't
+/// would drop them without a word.
+bool takesCommits(QObject *focusObject)
+{
+    QInputMethodQueryEvent query(Qt::ImEnabled);
+    return focusObject && QCoreApplication::sendEvent(focusObject, &query) && query.value(Qt::ImEnabled).toBool();
+}
+
+/// Writes the steps that type a text.
+class Typist
+{
+public:
+    explicit Typist(InputPlan *plan) : m_plan(plan) {}
+
+    void focus(const SharedPtr<Object> &object)
+    {
+        m_plan->steps.push_back(
+            {0, 0, false, [object](InputDevices &) {
+                 const InteractionDelegate *const delegate = DelegateFactory::self()->interactionDelegate(
+                     object->objectClass());
+                 if (delegate)
+                     delegate->takeFocus(object);
+             }});
+    }
+
+    void type(const Keystroke &keystroke)
+    {
+        hold(keystroke.modifiers & HeldByKeys);
+        add(false, [keystroke, window = m_plan->window](InputDevices &devices) {
+            devices.pressKey(window, keystroke.key, keystroke.modifiers, keystroke.text);
+        });
+        add(true, [keystroke, window = m_plan->window](InputDevices &devices) {
+            devices.releaseKey(window, keystroke.key, keystroke.modifiers, keystroke.text);
+        });
+    }
+
+    /// Leaves exactly \p modifiers held.
+    void hold(Qt::KeyboardModifiers modifiers)
+    {
+        if (modifiers == m_held)
+            return;
+        add(!(modifiers & ~m_held),
+            [up = m_held & ~modifiers, down = modifiers & ~m_held, window = m_plan->window](InputDevices &devices) {
+                devices.releaseModifiers(window, up);
+                devices.pressModifiers(window, down);
+            });
+        m_held = modifiers;
+    }
+
+private:
+    void add(bool letsGo, std::function<void(InputDevices &)> deliver)
+    {
+        m_plan->steps.push_back({KeyWait, 0, letsGo, std::move(deliver)});
+    }
+
+    InputPlan *m_plan;
+    Qt::KeyboardModifiers m_held;
+};
+
+/// Types all at once, for the case that the focus object takes no commits.
+void typeAtOnce(InputDevices &devices, QWindow *typedInto, const QList<Keystroke> &keystrokes)
+{
+    const QPointer<QWindow> window(typedInto);
+    for (const Keystroke &keystroke : keystrokes) {
+        devices.pressModifiers(window, keystroke.modifiers);
+        devices.pressKey(window, keystroke.key, keystroke.modifiers, keystroke.text);
+        devices.releaseKey(window, keystroke.key, keystroke.modifiers, keystroke.text);
+        devices.releaseModifiers(window, keystroke.modifiers);
+    }
+}
+
+// An input method has no road through the platform interface: the platforms
+// send its texts to the focus object themselves.
+InputStep commitStep(const TypedText &typed, const QPointer<QWindow> &window)
+{
+    return {KeyWait, 0, false, [typed, window](InputDevices &devices) {
+                QObject *const focusObject = QGuiApplication::focusObject();
+                if (!takesCommits(focusObject)) {
+                    typeAtOnce(devices, window, typed.keystrokes);
+                    return;
+                }
+                QInputMethodEvent event;
+                event.setCommitString(typed.commit);
+                QCoreApplication::sendEvent(focusObject, &event);
+            }};
+}
+
+QString planTyping(const SharedPtr<Object> &object, const TypedText &typed, InputPlan *plan)
+{
+    QString problem;
+    plan->window = windowShowing(object);
+    if (!plan->window)
+        return QStringLiteral("it is in no window");
+    const auto point = pointOfAction(object, std::nullopt, &problem);
+    plan->point = point ? point->local() : QPointF();
+
+    Typist typist(plan);
+    typist.focus(object);
+    if (!typed.commit.isEmpty()) {
+        plan->steps.push_back(commitStep(typed, plan->window));
+        return {};
+    }
+    for (const Keystroke &keystroke : typed.keystrokes)
+        typist.type(keystroke);
+    typist.hold({});
+    return {};
+}
+
+} // namespace
+
+SharedPtr<Object> type(const Interaction &call)
+{
+    const QString function = QStringLiteral("type");
+    QString problem;
+    const std::optional<TypedText> typed = parseTypedText(call.text, &problem);
+    if (!typed) {
+        Inspector::self()->raiseError(QStringLiteral("Cannot type: %1").arg(problem));
+        return nullptr;
+    }
+    if (!ensureValidVisibleAndReady(call.object, -1, -1, function, nullptr))
+        return nullptr;
+    InputPlayer::self()->play({function, call.object, true, [object = call.object, typed](InputPlan *plan) {
+                                   return planTyping(object, *typed, plan);
+                               }});
+    return Inspector::self()->voidResult();
+}
+
+} // namespace Vantle::QtWrapper

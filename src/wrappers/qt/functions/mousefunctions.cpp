@@ -1,0 +1,260 @@
+#include "wrappers/qt/functions/interactions_p.h"
+
+#include "hook/inspector.h"
+#include "wrappers/qt/functions/inputaction_p.h"
+#include "wrappers/qt/functions/inputdevices_p.h"
+#include "wrappers/qt/functions/inputplayer.h"
+#include "wrappers/qt/functions/inputtarget_p.h"
+#include "wrappers/qt/functions/pointerpath_p.h"
+#include "wrappers/qt/readiness.h"
+
+#include <QtGui/QGuiApplication>
+#include <QtGui/QStyleHints>
+
+#include <algorithm>
+#include <limits>
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+// In milliseconds; short, as nobody but the program looks at it.
+constexpr int Moment = 10;
+constexpr int ClickHold = 20;
+constexpr int DoubleClickGap = 30;
+/// So long does the pointer claim to rest at the end of a drag that nothing
+/// goes on moving by itself.
+constexpr int RestAfterDrag = 200;
+
+/// Longer than any press that isn't a long one, for the recorder and for items.
+int longHold()
+{
+    constexpr int margin = 50;
+    const QStyleHints *const hints = QGuiApplication::styleHints();
+    return std::max(2 * hints->mouseDoubleClickInterval(), hints->mousePressAndHoldInterval()) + margin;
+}
+
+/// Writes the steps of what one mouse does in one window, with modifiers held.
+class MouseScript
+{
+public:
+    MouseScript(const PointOfAction &start, Qt::MouseButton button, InputPlan *plan)
+        : m_window(start.window)
+        , m_position(start.global)
+        , m_button(button)
+        , m_plan(plan)
+    {
+        m_plan->window = start.window;
+        m_plan->point = start.local();
+    }
+
+    void pressModifiers(Qt::KeyboardModifiers modifiers)
+    {
+        if (!modifiers)
+            return;
+        add({0, 0, false,
+             [window = m_window, modifiers](InputDevices &devices) { devices.pressModifiers(window, modifiers); }});
+    }
+    void releaseModifiers(Qt::KeyboardModifiers modifiers)
+    {
+        if (!modifiers)
+            return;
+        add({Moment, 0, true,
+             [window = m_window, modifiers](InputDevices &devices) { devices.releaseModifiers(window, modifiers); }});
+    }
+
+    void moveTo(QPointF global, int wait)
+    {
+        m_position = global;
+        add({wait, 0, false,
+             [window = m_window, global](InputDevices &devices) { devices.moveMouse(window, global); }});
+    }
+    void press(int wait)
+    {
+        add({wait, 0, false, [window = m_window, at = m_position, button = m_button](InputDevices &devices) {
+                 devices.pressButton(window, at, button);
+             }});
+    }
+    void release(int wait, int rest = 0)
+    {
+        add({wait, rest, true, [window = m_window, at = m_position, button = m_button](InputDevices &devices) {
+                 devices.releaseButton(window, at, button);
+             }});
+    }
+    void turnWheel(QPoint angle, int wait)
+    {
+        add({wait, 0, false, [window = m_window, at = m_position, angle](InputDevices &devices) {
+                 devices.turnWheel(window, at, angle);
+             }});
+    }
+
+    QPointF position() const { return m_position; }
+
+private:
+    void add(InputStep step) { m_plan->steps.push_back(std::move(step)); }
+
+    QPointer<QWindow> m_window;
+    QPointF m_position;
+    Qt::MouseButton m_button;
+    InputPlan *m_plan;
+};
+
+bool isReady(const SharedPtr<Object> &object, const std::optional<QPoint> &coordinates, const QString &function)
+{
+    const QPoint point = coordinates.value_or(QPoint(-1, -1));
+    return ensureValidVisibleAndReady(object, point.x(), point.y(), function, nullptr);
+}
+
+/// Plays what \p write puts between the modifiers' going down and up again,
+/// with the mouse where the call wants it.
+template<typename Write>
+SharedPtr<Object> play(const QString &function, const Interaction &call, Write write)
+{
+    QString problem;
+    if (!isReady(call.object, call.coordinates, function))
+        return nullptr;
+    if (!pointOfAction(call.object, call.coordinates, &problem)) {
+        Inspector::self()->raiseError(
+            QStringLiteral("Cannot %1 on %2: %3").arg(function, describeObject(call.object), problem));
+        return nullptr;
+    }
+    InputPlayer::self()->play({function, call.object, true, [call, write](InputPlan *plan) {
+                                   QString reason;
+                                   const auto start = pointOfAction(call.object, call.coordinates, &reason);
+                                   if (!start)
+                                       return reason;
+                                   MouseScript script(*start, call.button, plan);
+                                   script.pressModifiers(call.modifiers);
+                                   script.moveTo(start->global, 0);
+                                   reason = write(&script);
+                                   script.releaseModifiers(call.modifiers);
+                                   return reason;
+                               }});
+    return Inspector::self()->voidResult();
+}
+
+SharedPtr<Object> playClick(const QString &function, const Interaction &call, int hold)
+{
+    return play(function, call, [hold](MouseScript *script) {
+        script->press(Moment);
+        script->release(hold);
+        return QString();
+    });
+}
+
+/// Whether the recorder measures drags of \p object from where they become
+/// drags, as it does for items, or from the press.
+bool isMeasuredFromCrossing(const SharedPtr<Object> &object)
+{
+    const Class *const itemClass = Inspector::self()->classByName(QStringLiteral("QQuickItem"));
+    return itemClass && object->isA(itemClass);
+}
+
+void drag(MouseScript *script, QPoint crossing, QPoint distance, int hold)
+{
+    script->press(Moment);
+    script->moveTo(script->position() + crossing, hold);
+    for (const Waypoint &waypoint : wayBehindCrossing(script->position(), distance))
+        script->moveTo(waypoint.position, waypoint.wait);
+    script->release(ClickHold, RestAfterDrag);
+}
+
+SharedPtr<Object> playDrag(const QString &function, const Interaction &call, int hold)
+{
+    const QPoint crossing = crossingOffset(call.distance);
+    const QPoint behindCrossing = isMeasuredFromCrossing(call.object) ? call.distance : call.distance - crossing;
+    return play(function, call, [crossing, behindCrossing, hold](MouseScript *script) {
+        drag(script, crossing, behindCrossing, hold);
+        return QString();
+    });
+}
+
+/// The wheel's way in eighths of a degree, notch by notch as a user turns it.
+std::vector<QPoint> notches(QPoint degrees)
+{
+    constexpr qint64 degreesPerNotch = 15;
+    constexpr qint64 eighths = 8;
+    constexpr qint64 maximum = 200;
+    const qint64 x = degrees.x();
+    const qint64 y = degrees.y();
+    const qint64 way = std::max(std::abs(x), std::abs(y));
+    const qint64 count = std::min((way + degreesPerNotch - 1) / degreesPerNotch, maximum);
+    std::vector<QPoint> result;
+    // The share of each notch is whole degrees, which is all that is recorded.
+    const auto share = [count](qint64 total, qint64 i) {
+        const qint64 angle = (total * (i + 1) / count - total * i / count) * eighths;
+        constexpr qint64 limit = std::numeric_limits<int>::max();
+        return static_cast<int>(std::clamp(angle, -limit, limit));
+    };
+    for (qint64 i = 0; i < count; ++i)
+        result.emplace_back(share(x, i), share(y, i));
+    return result;
+}
+
+} // namespace
+
+SharedPtr<Object> mouseClick(const Interaction &call)
+{
+    return playClick(QStringLiteral("mouseClick"), call, ClickHold);
+}
+
+SharedPtr<Object> longMouseClick(const Interaction &call)
+{
+    return playClick(QStringLiteral("longMouseClick"), call, longHold());
+}
+
+SharedPtr<Object> doubleClick(const Interaction &call)
+{
+    return play(QStringLiteral("doubleClick"), call, [](MouseScript *script) {
+        script->press(Moment);
+        script->release(ClickHold);
+        script->press(DoubleClickGap);
+        script->release(ClickHold);
+        return QString();
+    });
+}
+
+SharedPtr<Object> mouseDrag(const Interaction &call)
+{
+    return playDrag(QStringLiteral("mouseDrag"), call, Moment);
+}
+
+SharedPtr<Object> longMouseDrag(const Interaction &call)
+{
+    return playDrag(QStringLiteral("longMouseDrag"), call, longHold());
+}
+
+SharedPtr<Object> dragAndDrop(const Interaction &call)
+{
+    const QString function = QStringLiteral("dragAndDrop");
+    if (!isReady(call.target, call.targetCoordinates, function))
+        return nullptr;
+    return play(function, call, [call](MouseScript *script) {
+        QString reason;
+        const auto end = pointOfAction(call.target, call.targetCoordinates, &reason);
+        if (!end)
+            return QStringLiteral("the target %1 cannot be reached: %2").arg(describeObject(call.target), reason);
+        const QPoint way = (end->global - script->position()).toPoint();
+        script->press(Moment);
+        script->moveTo(script->position() + crossingOffset(way), Moment);
+        const QPoint rest = (end->global - script->position()).toPoint();
+        for (const Waypoint &waypoint : wayBehindCrossing(script->position(), rest))
+            script->moveTo(waypoint.position, waypoint.wait);
+        // A target that has seen the pointer come in also wants to see it move.
+        script->moveTo(end->global + QPointF(1, 0), ClickHold);
+        script->moveTo(end->global, ClickHold);
+        script->release(ClickHold, RestAfterDrag);
+        return QString();
+    });
+}
+
+SharedPtr<Object> mouseWheel(const Interaction &call)
+{
+    return play(QStringLiteral("mouseWheel"), call, [degrees = call.wheelDeltas](MouseScript *script) {
+        for (const QPoint &angle : notches(degrees))
+            script->turnWheel(angle, Moment);
+        return QString();
+    });
+}
+
+} // namespace Vantle::QtWrapper
