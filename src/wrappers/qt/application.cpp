@@ -2,6 +2,7 @@
 
 #include "wrappers/qt/bynamefunctions.h"
 #include "wrappers/qt/enumclasses_p.h"
+#include "wrappers/qt/overloads.h"
 #include "wrappers/qt/windowdelegates_p.h"
 #include "wrappers/qt/windownames.h"
 #include "wrappers/qt/wrapping.h"
@@ -18,9 +19,7 @@ Application *instance = nullptr;
 
 StatementSink::~StatementSink() = default;
 
-Application::Application(const WrapperConfig &config)
-    : m_config(config)
-    , m_lookup(&m_nameGenerator, &m_names)
+Application::Application(const WrapperConfig &config) : m_config(config), m_lookup(&m_nameGenerator, &m_names)
 {
     Q_ASSERT_X(!instance, "Vantle::QtWrapper::Application", "there can be only one");
     instance = this;
@@ -32,6 +31,7 @@ Application::Application(const WrapperConfig &config)
     pixmapClass();
     registerEnumClasses();
     registerByNameFunctions();
+    registerWindowOverloads();
 }
 
 Application::~Application()

@@ -3,6 +3,9 @@
 #include "hook/inspector.h"
 #include "wrappers/qt/bynamefunctions.h"
 #include "wrappers/qt/functions/interactions_p.h"
+#include "wrappers/qt/wrapping.h"
+
+#include <QtGui/QWindow>
 
 namespace Vantle::QtWrapper {
 
@@ -73,6 +76,18 @@ void registerInteractionOverloadsFor(const Class *type)
          }) {
         addObjectOverload(byName(), type);
     }
+}
+
+void registerWindowOverloads()
+{
+    const Class *const windowClass = classForMetaObject(&QWindow::staticMetaObject);
+    [[maybe_unused]] static const bool isDone = [windowClass] {
+        registerInteractionOverloadsFor(windowClass);
+        for (const auto byName :
+             {closeWindowByNameFn, moveWindowByNameFn, setWindowSizeByNameFn, setWindowStateByNameFn})
+            addObjectOverload(byName(), windowClass);
+        return true;
+    }();
 }
 
 void registerDragAndDropOverloadsWithTarget(const Class *source, const Class *target)

@@ -15,6 +15,10 @@ namespace Vantle::QtWrapper {
 /// with the object, "object", in place of its name. Null does nothing.
 VANTLEQTWRAPPER_EXPORT void registerInteractionOverloadsFor(const Class *type);
 
+/// Adds the same for windows, and overloads of the functions that act on a
+/// window as a whole. Further calls do nothing.
+VANTLEQTWRAPPER_EXPORT void registerWindowOverloads();
+
 /// Adds the overloads of `dragAndDrop` that take an object of \p source, the
 /// point (x, y) in it where the drag begins, an object of \p target and the
 /// point (targetX, targetY) in that where it ends; and one without the points,

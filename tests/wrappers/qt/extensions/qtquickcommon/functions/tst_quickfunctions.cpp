@@ -131,7 +131,9 @@ TEST_F(QuickFunctions, StandInTheOrderOfTheirRegistration)
                 if (argument.passing() == Argument::ByPointer)
                     text += " to " + argument.type()->className().toStdString();
             }
-        } else if (!method->function()) {
+        } else if (arguments.first().type() == type("QWindow")) {
+            continue; // the host's own
+        } else if (method->name() != QLatin1String("flick") && method->name() != QLatin1String("grabWidget")) {
             text = "interaction " + arguments.first().type()->className().toStdString();
         }
         if (order.empty() || order.back() != text)
@@ -191,13 +193,11 @@ TEST_F(QuickFunctions, FlickIsCalledWithAnItemAndTwoNumbers)
     EXPECT_EQ(flickable.contentY(), -4);
 }
 
-TEST_F(QuickFunctions, InteractionsOfItemsAreKnownAndSaySoWhenNothingCarriesThemOut)
+TEST_F(QuickFunctions, InteractionsOfItemsAreCarriedOutOnItemsThatAreReady)
 {
     QQuickItem item;
     EXPECT_TRUE(call("mouseClick", {wrapAndRegisterQObject(&item)}).isNull());
-    EXPECT_EQ(error,
-              QStringLiteral("mouseClick(object: QQuickItem) cannot be called in this program: "
-                             "nothing carries it out"));
+    EXPECT_EQ(error, QStringLiteral("Cannot mouseClick on Item:visible: the item is in no window"));
 }
 
 // Last, as it leaves its traces behind.
