@@ -161,3 +161,40 @@ def find_program(name):
             return str(candidate)
     raise AssertionError(f"{name} is not installed; scripts/setup installs it")
 
+
+
+class TouchScreen:
+    """Fingers on the active window of a program that was started with this
+    screen's environment. Each event takes its place in Qt's own queue."""
+
+    def __init__(self, directory):
+        self.path = os.path.join(directory, "touches")
+        os.mkfifo(self.path)
+        self.pipe = os.open(self.path, os.O_RDWR)
+
+    def environment(self):
+        return {
+            "QT_QPA_GENERIC_PLUGINS": "touchplayer",
+            "QT_PLUGIN_PATH": os.environ["VANTLE_TEST_PLUGINS"],
+            "TOUCHPLAYER_PIPE": self.path,
+        }
+
+    def close(self):
+        os.close(self.pipe)
+
+    def send(self, *fingers, pause=0.02):
+        """One event: fingers as (id, state, x, y). The pause behind it is a part of the input."""
+        line = " ".join(":".join(map(str, finger)) for finger in fingers)
+        os.write(self.pipe, line.encode() + b"\n")
+        time.sleep(pause)
+
+    def tap(self, x, y):
+        self.send((1, "down", x, y))
+        self.send((1, "up", x, y))
+
+    def drag(self, *points, hold=0.0):
+        """One finger over the points; it rests for that long before it moves."""
+        self.send((1, "down", *points[0]), pause=0.02 + hold)
+        for point in points[1:]:
+            self.send((1, "move", *point))
+        self.send((1, "up", *points[-1]))
