@@ -39,24 +39,6 @@ QString textOfKey(int key, Qt::KeyboardModifiers modifiers)
     return modifiers.testFlag(Qt::ShiftModifier) ? character : character.toLower();
 }
 
-/// The key of a name without its brackets.
-std::optional<Keystroke> namedKey(QString name)
-{
-    Qt::KeyboardModifiers keypad;
-    if (name.startsWith(KeypadPrefix)) {
-        keypad = Qt::KeypadModifier;
-        name.remove(0, KeypadPrefix.size());
-    }
-    const QKeySequence sequence = QKeySequence::fromString(name, QKeySequence::PortableText);
-    if (sequence.count() != 1)
-        return std::nullopt;
-    const Qt::Key key = sequence[0].key();
-    if (key == Qt::Key_unknown || static_cast<int>(key) == 0)
-        return std::nullopt;
-    const Qt::KeyboardModifiers modifiers = sequence[0].keyboardModifiers();
-    return Keystroke{key, (modifiers & ModifiersOfNames) | keypad, textOfKey(key, modifiers)};
-}
-
 /// The key that writes one character, given in UTF-32.
 std::optional<Keystroke> keyWriting(char32_t character)
 {
@@ -73,6 +55,27 @@ std::optional<Keystroke> keyWriting(char32_t character)
     const bool isCapital = key == character && QChar::toLower(character) != character;
     return Keystroke{static_cast<int>(key), isCapital ? Qt::ShiftModifier : Qt::NoModifier,
                      QString::fromUcs4(&character, 1)};
+}
+
+/// The key of a name without its brackets.
+std::optional<Keystroke> namedKey(QString name)
+{
+    // The recorder takes the halves of a character beyond 16 bits for unprintable.
+    if (name.size() == 2 && name.front().isHighSurrogate())
+        return keyWriting(name.toUcs4().first());
+    Qt::KeyboardModifiers keypad;
+    if (name.startsWith(KeypadPrefix)) {
+        keypad = Qt::KeypadModifier;
+        name.remove(0, KeypadPrefix.size());
+    }
+    const QKeySequence sequence = QKeySequence::fromString(name, QKeySequence::PortableText);
+    if (sequence.count() != 1)
+        return std::nullopt;
+    const Qt::Key key = sequence[0].key();
+    if (key == Qt::Key_unknown || static_cast<int>(key) == 0)
+        return std::nullopt;
+    const Qt::KeyboardModifiers modifiers = sequence[0].keyboardModifiers();
+    return Keystroke{key, (modifiers & ModifiersOfNames) | keypad, textOfKey(key, modifiers)};
 }
 
 bool isAscii(const QString &text)
@@ -107,7 +110,7 @@ std::optional<TypedText> parseTypedText(const QString &text, QString *problem)
         }
         result.keystrokes.append(*key);
     }
-    if (characters.size() > 1 && !isAscii(text))
+    if (text.size() > 1 && !isAscii(text))
         result.commit = text;
     return result;
 }

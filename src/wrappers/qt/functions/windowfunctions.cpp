@@ -8,9 +8,13 @@
 #include "wrappers/qt/wrapping.h"
 
 #include <QtGui/QWindow>
+#include <QtGui/qpa/qplatformwindow.h>
 #include <QtGui/qpa/qwindowsysteminterface.h>
 
 #include <cstdlib>
+#include <functional>
+#include <optional>
+#include <vector>
 
 namespace Vantle::QtWrapper {
 
@@ -105,6 +109,15 @@ std::vector<WindowChange> resizes(const QWindow *window, QSize size)
     return {[half](QWindow *resized) { resized->resize(half); }, [size](QWindow *resized) { resized->resize(size); }};
 }
 
+/// Asks the window system, as the buttons of the window's frame do. A window
+/// that is asked itself takes the state for given at once, so that nothing
+/// seems to change when the window system answers.
+void requestState(QWindow *window, Qt::WindowState state)
+{
+    if (QPlatformWindow *const platformWindow = window->handle())
+        platformWindow->setWindowState(state);
+}
+
 std::optional<Qt::WindowState> windowStateOf(int value)
 {
     switch (value) {
@@ -176,7 +189,7 @@ SharedPtr<Object> setWindowState(const Interaction &call)
     if (!isMinimized && !isReadyWindow(call.object, function))
         return nullptr;
     play(function, call.object, [state](QWindow *) {
-        return std::vector<WindowChange>{[state](QWindow *changed) { changed->setWindowState(*state); }};
+        return std::vector<WindowChange>{[state](QWindow *changed) { requestState(changed, *state); }};
     });
     return Inspector::self()->voidResult();
 }

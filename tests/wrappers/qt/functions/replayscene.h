@@ -22,6 +22,7 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -168,7 +169,7 @@ private:
     QQmlEngine m_engine;
     std::unique_ptr<QQuickWindow> m_window;
     Lines m_statements;
-    Vantle::Agent::EventWatcher m_watcher;
+    Vantle::Agent::EventWatcher m_watcher{std::chrono::milliseconds(0)}; // windows need not settle first
 };
 
 } // namespace VantleTest
