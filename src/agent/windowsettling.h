@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QDeadlineTimer>
 #include <QtCore/QHash>
+#include <QtCore/QTimer>
 
 #include <chrono>
 
@@ -16,11 +16,13 @@ namespace Vantle::Agent {
 /// window from those that a user gives it: both come from the window system.
 ///
 /// A window settles for some time after it came to the screen, or until it
-/// gets the user's first press, touch, wheel turn or key.
+/// gets the user's first press, touch, wheel turn or key. The time is counted
+/// in turns of the event loop: a program often draws its first picture for
+/// longer than that, and what the window system says meanwhile comes after it.
 class WindowSettling
 {
 public:
-    explicit WindowSettling(std::chrono::milliseconds time) : m_time(time) {}
+    explicit WindowSettling(std::chrono::milliseconds time);
 
     /// The windows that are on the screen by now count as having just come there.
     void start();
@@ -35,9 +37,13 @@ public:
     bool isSettling(const QObject *receiver, const QEvent &event) const;
 
 private:
-    std::chrono::milliseconds m_time;
-    /// By window, never dereferenced. One that was shown and isn't on the screen yet settles forever.
-    QHash<const QObject *, QDeadlineTimer> m_settling;
+    void countDown();
+    void beginCountdown(const QObject *window);
+
+    /// Ticks until each window has settled, by window, which is never
+    /// dereferenced; less than none while it is yet to come to the screen.
+    QHash<const QObject *, int> m_ticksLeft;
+    QTimer m_clock;
 };
 
 } // namespace Vantle::Agent
