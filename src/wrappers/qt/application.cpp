@@ -62,6 +62,11 @@ SharedPtr<Object> Application::objectForName(const QString &name, QString *probl
     return m_lookup.find(name, problem ? problem : &unwanted);
 }
 
+QList<LookupCandidate> Application::closestObjects(const QString &name, qsizetype limit) const
+{
+    return m_lookup.closest(name, limit);
+}
+
 void Application::registerFinder(const Class *containerClass, ObjectFinder finder)
 {
     m_lookup.registerFinder(containerClass, std::move(finder));

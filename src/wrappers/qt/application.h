@@ -1,6 +1,7 @@
 #pragma once
 
 #include "hook/eventdata.h"
+#include "wrappers/qt/lookupcandidates.h"
 #include "wrappers/qt/namegenerator.h"
 #include "wrappers/qt/namesfile.h"
 #include "wrappers/qt/objectlookup.h"
@@ -48,6 +49,11 @@ public:
     /// nothing. Then \p problem, unless null, says why, in words. Looking for an
     /// item runs code of the program.
     SharedPtr<Object> objectForName(const QString &name, QString *problem = nullptr) const;
+    /// The objects that come closest to \p name, at most \p limit, for telling
+    /// why it denotes nothing: among what is below its container or, where that
+    /// isn't found either, those that come closest to the container. None for a
+    /// text that is no name.
+    QList<LookupCandidate> closestObjects(const QString &name, qsizetype limit) const;
     /// Makes \p finder look for what is below objects of \p containerClass and
     /// the classes below it, in place of any earlier one.
     void registerFinder(const Class *containerClass, ObjectFinder finder);

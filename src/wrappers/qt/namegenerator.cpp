@@ -108,4 +108,15 @@ QList<QString> NameGenerator::mismatchedProperties(const SharedPtr<Object> &obje
     return target.source ? target.source->mismatchedProperties(target.object, properties) : properties.keys();
 }
 
+bool NameGenerator::propertyText(const SharedPtr<Object> &object, const QString &key, QString *text) const
+{
+    const Target target = targetFor(object);
+    if (!target.source)
+        return false;
+    if (key != QLatin1String("type"))
+        return target.source->propertyValue(target.object, key, text);
+    *text = QString::fromUtf8(scriptTypeName(target.object->metaObject()));
+    return true;
+}
+
 } // namespace Vantle::QtWrapper

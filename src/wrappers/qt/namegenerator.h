@@ -65,6 +65,10 @@ public:
     /// See NameSource. An object that nobody names fails on every key.
     QList<QString> mismatchedProperties(const SharedPtr<Object> &object,
                                         const ObjectName::Properties &properties) const;
+    /// Stores the text that \p key of a name is held against in \p text; for
+    /// "type" the class as scripts write it. False if the object has no such
+    /// property, and for one that nobody names.
+    bool propertyText(const SharedPtr<Object> &object, const QString &key, QString *text) const;
 
 private:
     Q_DISABLE_COPY_MOVE(NameGenerator)

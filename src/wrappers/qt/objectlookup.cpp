@@ -23,6 +23,15 @@ QString differenceText(const QList<QString> &mismatched)
     return QStringLiteral("; the closest one differs in %1").arg(mismatched.join(QLatin1String(", ")));
 }
 
+ObjectList topLevelWindows()
+{
+    ObjectList objects;
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow *window : windows)
+        objects.push_back(wrapAndRegisterQObject(window));
+    return objects;
+}
+
 // The step of a name that an unknown alias stands in, empty if there is none.
 // Names with known aliases have been expanded before.
 QString unknownAlias(const ObjectName &name)
@@ -62,6 +71,22 @@ SharedPtr<Object> ObjectLookup::find(const QString &text, QString *problem) cons
             return object;
     }
     return findNamed(m_names->expanded(name), problem);
+}
+
+QList<LookupCandidate> ObjectLookup::closest(const QString &text, qsizetype limit) const
+{
+    ObjectName name = m_names->expanded(ObjectName(text));
+    if (name.isEmpty() || !unknownAlias(name).isEmpty())
+        return {};
+    const QString containerName = name.property(QStringLiteral("container")).stringValue();
+    if (containerName.isEmpty())
+        return closestCandidates(*m_generator, topLevelWindows(), name.properties(), limit);
+    QString unwanted;
+    const SharedPtr<Object> container = find(containerName, &unwanted);
+    if (!container)
+        return closest(containerName, limit);
+    name.removeProperty(QStringLiteral("container"));
+    return closestCandidates(*m_generator, objectsBelow(container), name.properties(), limit);
 }
 
 SharedPtr<Object> ObjectLookup::findNamed(const ObjectName &name, QString *problem) const

@@ -2,6 +2,7 @@
 
 #include "hook/object.h"
 #include "hook/objectname.h"
+#include "wrappers/qt/lookupcandidates.h"
 #include "wrappers/qt/wrapperglobal.h"
 
 #include <QtCore/QHash>
@@ -42,6 +43,8 @@ public:
     /// The object that \p text denotes; a null pointer if it denotes nothing,
     /// and then \p problem, which must not be null, says why.
     SharedPtr<Object> find(const QString &text, QString *problem) const;
+    /// See Application::closestObjects().
+    QList<LookupCandidate> closest(const QString &text, qsizetype limit) const;
 
 private:
     SharedPtr<Object> findNamed(const ObjectName &name, QString *problem) const;

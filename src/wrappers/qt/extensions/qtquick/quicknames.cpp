@@ -165,6 +165,20 @@ QString QuickItemNameSource::scriptName(QObject *object) const
     return UnverifiedNames::areWanted() ? realName(object) : qualifiedQuickItemName(wrapAndRegisterQObject(object));
 }
 
+bool QuickItemNameSource::propertyValue(QObject *object, const QString &key, QString *value) const
+{
+    const QPointer<QQuickItem> item(static_cast<QQuickItem *>(object));
+    if (key == QLatin1String("id")) {
+        *value = idForQuickItem(item);
+        return true;
+    }
+    if (!NameSource::propertyValue(item, key, value))
+        return VantleQtQuickHook::propertyFor(item, key, value);
+    if (item && key == QLatin1String("source"))
+        normalizeQuickUrlProperty(item, "source", *value);
+    return true;
+}
+
 QString QuickWindowNameSource::idOf(QWindow *window) const
 {
     return declaredId(window);

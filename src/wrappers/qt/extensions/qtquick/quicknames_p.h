@@ -15,6 +15,8 @@ public:
     ObjectName objectName(QObject *object) const override;
     /// The name that tells \p object from all others below its container.
     QString scriptName(QObject *object) const override;
+    /// The text that lookup compares, an extension's included.
+    bool propertyValue(QObject *object, const QString &key, QString *value) const override;
 };
 
 /// Names Quick windows like all windows, and knows their QML ids.

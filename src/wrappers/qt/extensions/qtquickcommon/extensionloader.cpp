@@ -3,6 +3,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/tracing.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemids.h"
+#include "wrappers/qt/application.h"
 
 #include <QtCore/QDir>
 #include <QtQml/QQmlComponent>
@@ -44,6 +45,10 @@ QList<QUrl> listExtensions()
     const QString further = QString::fromStdString(environmentVariable("VANTLE_QTQUICK_EXTENSION_PATH"));
     if (!further.isEmpty())
         collectExtensionFiles(further, urls);
+    if (const Application *const application = Application::self()) {
+        for (const QString &directory : application->wrapperConfig()->extensionDirectories)
+            collectExtensionFiles(directory, urls);
+    }
     return urls;
 }
 
