@@ -1,5 +1,7 @@
 #include "agent/agent.h"
 
+#include "agent/commands.h"
+#include "agent/host.h"
 #include "agent/recordingsession.h"
 
 #include <QtCore/QCoreApplication>
@@ -20,8 +22,7 @@ constexpr std::chrono::seconds FarewellTimeout(1);
 
 } // namespace
 
-Agent::Agent(const Invitation &invitation)
-    : m_invitation(invitation)
+Agent::Agent(const Invitation &invitation) : m_invitation(invitation)
 {
     QMetaObject::invokeMethod(this, &Agent::connectToTool, Qt::QueuedConnection);
 }
@@ -36,8 +37,7 @@ void Agent::connectToTool()
     auto socket = std::make_unique<QLocalSocket>();
     socket->connectToServer(m_invitation.socket);
     if (!socket->waitForConnected(ConnectTimeout)) {
-        qWarning("vantle: cannot reach the tool that started this program: %s",
-                 qPrintable(socket->errorString()));
+        qWarning("vantle: cannot reach the tool that started this program: %s", qPrintable(socket->errorString()));
         return;
     }
     m_connection = std::make_unique<Protocol::Connection>(socket.release());
@@ -49,9 +49,8 @@ void Agent::connectToTool()
         m_connection->waitForSent(FarewellTimeout);
     });
 
-    m_connection->onRequest(Protocol::Method::ping, [](const QJsonObject &, const Protocol::Responder &responder) {
-        responder.respond();
-    });
+    m_connection->onRequest(Protocol::Method::ping,
+                            [](const QJsonObject &, const Protocol::Responder &responder) { responder.respond(); });
     m_connection->onRequest(Protocol::Method::stopRecording,
                             [this](const QJsonObject &, const Protocol::Responder &responder) {
                                 // What the user did before asking may still be on its way from
@@ -86,17 +85,16 @@ void Agent::handleHelloReply(const Protocol::Reply &reply)
     const auto settings = Protocol::HelloResult::fromJson(reply.result.toObject(), &error);
     if (!settings)
         qWarning("vantle: the tool's answer makes no sense: %s", qPrintable(error));
-    else if (settings->record)
-        startRecording(*settings);
+    else
+        beginWork(*settings);
 }
 
-void Agent::startRecording(const Protocol::HelloResult &settings)
+void Agent::beginWork(const Protocol::HelloResult &settings)
 {
-    QtWrapper::WrapperConfig config;
-    config.compressionDebugLevel = static_cast<quint32>(qMax(0, settings.debugCompression));
-    for (const QString &className : settings.classesWithoutCoordinates)
-        config.classesWithoutCoordinates.append(className.toUtf8());
-    m_session = std::make_unique<RecordingSession>(config, m_connection.get());
+    m_host = std::make_unique<Host>(settings, m_connection.get());
+    m_commands = std::make_unique<Commands>(m_host.get(), m_connection.get());
+    if (settings.record)
+        m_session = std::make_unique<RecordingSession>(m_host.get(), m_connection.get());
 }
 
 void Agent::stopRecording()

@@ -10,6 +10,8 @@
 
 namespace Vantle::Agent {
 
+class Commands;
+class Host;
 class RecordingSession;
 
 /// Our side inside the program under test: calls the tool, and does what it asks.
@@ -30,11 +32,14 @@ private:
     void connectToTool();
     void introduceOurselves();
     void handleHelloReply(const Protocol::Reply &reply);
-    void startRecording(const Protocol::HelloResult &settings);
+    void beginWork(const Protocol::HelloResult &settings);
     void stopRecording();
 
     Invitation m_invitation;
     std::unique_ptr<Protocol::Connection> m_connection;
+    // In this order: commands and recording need the host.
+    std::unique_ptr<Host> m_host;
+    std::unique_ptr<Commands> m_commands;
     std::unique_ptr<RecordingSession> m_session;
 };
 
