@@ -4,6 +4,8 @@
 #include "hook/delegates.h"
 #include "hook/inspector.h"
 #include "protocol/objectmessages.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
+#include "wrappers/qt/functions/inputplayer.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QTimer>
@@ -16,6 +18,10 @@
 namespace Vantle::Agent {
 
 namespace {
+
+// Where frames don't wait for a screen, several of them show the same step of
+// an animation.
+constexpr qint64 animationTick = 17;
 
 // A window that is not drawn doesn't move its items by animations either; what
 // moves them otherwise has had its time then.
@@ -52,11 +58,13 @@ QQuickItem *itemOf(const SharedPtr<Object> &object)
     return qobject_cast<QQuickItem *>(QtWrapper::nativeQObject(object));
 }
 
-QWindow *windowOf(const SharedPtr<Object> &object)
+/// On the screen, with fractions: a slow item moves by less than a pixel a frame.
+QRectF exactRect(const SharedPtr<Object> &object)
 {
-    if (const QQuickItem *const item = itemOf(object))
-        return item->window();
-    return qobject_cast<QWindow *>(QtWrapper::nativeQObject(object));
+    const QQuickItem *const item = itemOf(object);
+    if (!item || !item->window())
+        return screenRect(object);
+    return item->mapRectToScene(QRectF(QPointF(), item->size())).translated(item->window()->position());
 }
 
 QString describe(QPoint point)
@@ -64,13 +72,11 @@ QString describe(QPoint point)
     return QStringLiteral("(%1, %2)").arg(point.x()).arg(point.y());
 }
 
-/// The object that is hit at \p point of \p window.
-SharedPtr<Object> objectAt(QWindow *window, QPointF point)
+/// The item that a user hits at \p point of \p window; null if that is empty there.
+QQuickItem *itemAt(const QQuickWindow *window, QPointF point)
 {
-    const SharedPtr<Object> object = QtWrapper::wrapAndRegisterQObject(window);
-    const GeometryDelegate *const delegate = DelegateFactory::self()->geometryDelegate(object->objectClass());
-    const QPoint pixel(qFloor(point.x()), qFloor(point.y()));
-    return delegate ? delegate->childAt(object, pixel.x(), pixel.y()) : nullptr;
+    QQuickItem *const hit = QtWrapper::recursiveQuickItemAt(window->contentItem(), point);
+    return hit != window->contentItem() ? hit : nullptr;
 }
 
 } // namespace
@@ -173,24 +179,31 @@ std::optional<ScriptCall::Obstacle> ScriptCall::obstacle(const SharedPtr<Object>
 
 void ScriptCall::choosePoint(const SharedPtr<Object> &object)
 {
-    m_window = windowOf(object);
-    if (const QQuickItem *const item = itemOf(object)) {
-        const QPointF point = m_pointInObject ? QPointF(*m_pointInObject)
-                                              : QPointF(item->width() / 2, item->height() / 2);
-        const QPointF scene = item->mapToScene(point);
-        m_point = QPoint(qFloor(scene.x()), qFloor(scene.y()));
-    } else if (m_window) {
-        m_point = m_pointInObject.value_or(QPoint(m_window->width() / 2, m_window->height() / 2));
-    }
+    // The input that is played goes to the same points.
+    const QQuickItem *const item = itemOf(object);
+    QPointF point = QPointF(screenRect(object).center());
+    if (m_pointInObject)
+        point = QPointF(*m_pointInObject) + QPointF(0.5, 0.5);
+    else if (item)
+        point = item->mapFromGlobal(point);
+    else if (const auto *const window = qobject_cast<QWindow *>(QtWrapper::nativeQObject(object)))
+        point = window->mapFromGlobal(point);
+    const GeometryDelegate *const delegate = DelegateFactory::self()->geometryDelegate(object->objectClass());
+    const GeometryDelegate::WindowPoint shown = delegate ? delegate->mapToWindow(object, point)
+                                                         : GeometryDelegate::WindowPoint{};
+    m_window = qobject_cast<QWindow *>(QtWrapper::nativeQObject(shown.window));
+    m_point = QPoint(qFloor(shown.point.x()), qFloor(shown.point.y()));
+    if (item)
+        m_scenePoint = item->mapToScene(point);
 }
 
 // Where it was when it was last looked at, at least a frame ago.
 std::optional<ScriptCall::Obstacle> ScriptCall::motion(const SharedPtr<Object> &object)
 {
-    const QRect rect = screenRect(object);
+    const QRectF rect = exactRect(object);
     QObject *const native = QtWrapper::nativeQObject(object);
     const bool isSame = m_lastRect == rect && m_lastObject == native;
-    if (isSame && (m_hasDrawn || m_sinceLastLook.elapsed() >= restWithoutFrames))
+    if (isSame && m_sinceLastLook.elapsed() >= (m_hasDrawn ? animationTick : restWithoutFrames))
         return std::nullopt;
     if (!isSame) {
         m_lastRect = rect;
@@ -198,7 +211,9 @@ std::optional<ScriptCall::Obstacle> ScriptCall::motion(const SharedPtr<Object> &
         m_hasDrawn = false;
         m_sinceLastLook.start();
     }
-    if (auto *const window = qobject_cast<QQuickWindow *>(m_window.data())) {
+    const QQuickItem *const item = itemOf(object);
+    auto *const window = item ? item->window() : qobject_cast<QQuickWindow *>(native);
+    if (window) {
         if (m_watchedWindow != window) {
             if (m_watchedWindow)
                 m_watchedWindow->disconnect(this);
@@ -213,23 +228,25 @@ std::optional<ScriptCall::Obstacle> ScriptCall::motion(const SharedPtr<Object> &
 std::optional<ScriptCall::Obstacle> ScriptCall::cover(const SharedPtr<Object> &object)
 {
     const QQuickItem *const item = itemOf(object);
-    if (!item || !m_window)
-        return std::nullopt;
-    const SharedPtr<Object> hit = objectAt(m_window, m_point);
-    // Finding out may have run scripts.
-    const QQuickItem *const hitItem = itemOf(hit);
-    if (!itemOf(object))
-        return Obstacle{QStringLiteral("the item does not exist any more"), QString()};
-    if (hitItem && (hitItem == item || item->isAncestorOf(hitItem)))
+    const QQuickWindow *const window = item ? item->window() : nullptr;
+    if (!window)
         return std::nullopt;
     const QString where = m_pointInObject ? QStringLiteral("its point %1").arg(describe(*m_pointInObject))
                                           : QStringLiteral("its middle");
-    if (!QRect(QPoint(0, 0), m_window->size()).contains(m_point))
+    if (!QRectF(QPointF(), QSizeF(window->size())).contains(m_scenePoint))
         return Obstacle{QStringLiteral("%1 lies outside of the window").arg(where), QString()};
-    if (!hitItem)
+    QQuickItem *const hit = itemAt(window, m_scenePoint);
+    // Finding out may have run scripts.
+    if (itemOf(object) != item)
+        return Obstacle{QStringLiteral("the item does not exist any more"), QString()};
+    if (hit == item || (hit && item->isAncestorOf(hit)))
+        return std::nullopt;
+    if (!hit)
         return Obstacle{QStringLiteral("it can't be hit at %1").arg(where), QString()};
-    const QString name = hit->scriptName();
-    return Obstacle{QStringLiteral("%1 is covered by %2").arg(where, name.isEmpty() ? hit->className() : name), name};
+    const SharedPtr<Object> covering = QtWrapper::wrapAndRegisterQObject(hit);
+    const QString name = covering->scriptName();
+    return Obstacle{QStringLiteral("%1 is covered by %2").arg(where, name.isEmpty() ? covering->className() : name),
+                    name};
 }
 
 void ScriptCall::failWith(const Obstacle &obstacle)
@@ -249,10 +266,25 @@ void ScriptCall::carryOut()
     // The function may have run an event loop, to the end of the connection.
     if (!self)
         return;
-    if (error.isEmpty())
-        waitUntilDigested(result);
-    else
+    if (!error.isEmpty()) {
         m_responder.fail(Protocol::FunctionFailed, error);
+        return;
+    }
+    // The function has only handed its input over.
+    QtWrapper::InputPlayer::self()->whenIdle([self, result](const QString &problem) {
+        if (self)
+            self->inputDelivered(result, problem);
+    });
+}
+
+void ScriptCall::inputDelivered(const SharedPtr<Object> &result, const QString &problem)
+{
+    if (problem.isEmpty()) {
+        waitUntilDigested(result);
+        return;
+    }
+    m_responder.fail(Protocol::FunctionFailed, problem);
+    deleteLater();
 }
 
 void ScriptCall::waitUntilDigested(const SharedPtr<Object> &result)

@@ -8,7 +8,7 @@
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
-#include <QtCore/QRect>
+#include <QtCore/QRectF>
 
 #include <functional>
 #include <memory>
@@ -72,6 +72,7 @@ private:
     std::optional<Obstacle> cover(const SharedPtr<Object> &object);
     void choosePoint(const SharedPtr<Object> &object);
     void carryOut();
+    void inputDelivered(const SharedPtr<Object> &result, const QString &problem);
     void waitUntilDigested(const SharedPtr<Object> &result);
     void failWith(const Obstacle &obstacle);
 
@@ -84,7 +85,7 @@ private:
     Target m_target;                       // if the object is given by its name
     std::optional<QPoint> m_pointInObject; // if the call has one
 
-    std::optional<QRect> m_lastRect;
+    std::optional<QRectF> m_lastRect;
     QPointer<QObject> m_lastObject;
     QPointer<QQuickWindow> m_watchedWindow;
     QElapsedTimer m_sinceLastLook;
@@ -92,6 +93,7 @@ private:
 
     QPointer<QWindow> m_window; // where it acted
     QPoint m_point;             // in its coordinates
+    QPointF m_scenePoint;       // in those of the item's own window
 };
 
 } // namespace Vantle::Agent

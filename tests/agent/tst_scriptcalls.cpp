@@ -1,0 +1,233 @@
+#include "commandscene.h"
+
+#include "hook/inspector.h"
+#include "wrappers/qt/functions/inputplayer.h"
+
+using namespace Vantle;
+using namespace VantleTest;
+
+namespace {
+
+constexpr char Buttons[] = R"qml(
+    import QtQuick
+    Window {
+        id: form
+        width: 300; height: 200; visible: true
+        property int clicks: 0
+        property int others: 0
+        property string where
+        component Area: MouseArea { width: 80; height: 40 }
+        Area {
+            id: ok; objectName: "ok"
+            onClicked: (mouse) => { form.clicks += 1; form.where = Math.floor(mouse.x) + "," + Math.floor(mouse.y) }
+        }
+        Area { id: moving; objectName: "moving"; y: 60; onClicked: form.clicks += 1
+               NumberAnimation on x { id: slide; objectName: "slide"; running: false; from: 0; to: 150; duration: 400 } }
+        Area { id: covered; x: 100; onClicked: form.clicks += 1 }
+        Area { id: cover; objectName: "cover"; x: 100; width: 30; onClicked: form.others += 1 }
+        Area { id: outside; x: 290 }
+        Area { id: opener; y: 120; onClicked: form.title = "open" }
+        TextInput { id: field; objectName: "field"; x: 100; y: 120; width: 100; height: 20 }
+    }
+)qml";
+
+class ScriptCalls : public CommandScene
+{
+protected:
+    void SetUp() override
+    {
+        CommandScene::SetUp();
+        load(Buttons);
+    }
+
+    static QJsonObject request(const char *function, const QJsonArray &arguments, int timeout = 10000)
+    {
+        return {{QStringLiteral("function"), QString::fromUtf8(function)},
+                {QStringLiteral("arguments"), arguments},
+                {QStringLiteral("timeout"), timeout}};
+    }
+    static QJsonObject click(const char *id, int timeout = 10000)
+    {
+        return request("mouseClick", {QStringLiteral("WindowQmlImpl#form #") + QLatin1String(id)}, timeout);
+    }
+    int clicks() const { return root()->property("clicks").toInt(); }
+
+    Protocol::NotReady obstacle(const QJsonObject &params)
+    {
+        const Protocol::Error error = failureOf("call", params);
+        EXPECT_EQ(error.code, Protocol::ObjectNotReady) << qPrintable(error.message);
+        return Protocol::NotReady::fromJson(error.data.toObject()).value_or(Protocol::NotReady{});
+    }
+};
+
+} // namespace
+
+TEST_F(ScriptCalls, AreAnsweredWhenTheInputWasDelivered)
+{
+    const QJsonObject result = ask("call", click("ok"));
+    EXPECT_EQ(clicks(), 1);
+    EXPECT_EQ(result.value(QStringLiteral("result")), QJsonValue());
+    const auto action = Protocol::ActionPoint::fromJson(result.value(QStringLiteral("action")).toObject());
+    ASSERT_TRUE(action);
+    EXPECT_EQ(QPoint(action->x, action->y), QPoint(39, 19));
+    EXPECT_EQ(action->window, handleOf("WindowQmlImpl#form"));
+}
+
+TEST_F(ScriptCalls, ActAtTheGivenPoint)
+{
+    const QJsonObject result = ask(
+        "call",
+        request("mouseClick", {QStringLiteral("WindowQmlImpl#form #ok"), 7, 9, static_cast<int>(Qt::LeftButton)}));
+    EXPECT_EQ(root()->property("where").toString(), QStringLiteral("7,9"));
+    const auto action = Protocol::ActionPoint::fromJson(result.value(QStringLiteral("action")).toObject());
+    ASSERT_TRUE(action);
+    EXPECT_EQ(QPoint(action->x, action->y), QPoint(7, 9));
+}
+
+TEST_F(ScriptCalls, TypeIntoWhatTheyName)
+{
+    ask("call", request("type", {QStringLiteral("WindowQmlImpl#form #field"), QStringLiteral("abc")}));
+    EXPECT_EQ(find("field")->property("text").toString(), QStringLiteral("abc"));
+}
+
+TEST_F(ScriptCalls, TakeHandlesInPlaceOfNames)
+{
+    const QJsonArray arguments{QJsonObject{{QStringLiteral("object"), handleOf("WindowQmlImpl#form #ok")}}};
+    ask("call", request("mouseClick", arguments));
+    EXPECT_EQ(clicks(), 1);
+    delete find("ok");
+    EXPECT_EQ(failureOf("call", request("mouseClick", arguments)).code, Protocol::InvalidParams);
+}
+
+TEST_F(ScriptCalls, WaitUntilTheObjectIsVisible)
+{
+    find("ok")->setVisible(false);
+    EXPECT_EQ(obstacle(click("ok", 30)).reason, QStringLiteral("the item is not visible"));
+    const auto reply = post("call", click("ok"));
+    const auto served = post("children");
+    ASSERT_TRUE(waitUntil([&] { return served->has_value(); }));
+    EXPECT_FALSE(reply->has_value());
+    find("ok")->setVisible(true);
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_FALSE((*reply)->isError());
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, WaitUntilTheObjectHasComeToRest)
+{
+    find<QObject>("slide")->setProperty("running", true);
+    ASSERT_TRUE(waitUntil([&] { return find("moving")->x() > 0; }));
+    ask("call", click("moving"));
+    EXPECT_EQ(find("moving")->x(), 150);
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, SayWhatTheyWaitedForInVain)
+{
+    EXPECT_EQ(obstacle(click("outside", 400)).reason, QStringLiteral("its middle lies outside of the window"));
+    const Protocol::Error error = failureOf("call", click("nothing", 30));
+    EXPECT_EQ(error.code, Protocol::ObjectNotFound);
+    EXPECT_TRUE(Protocol::NotFound::fromJson(error.data.toObject()));
+}
+
+TEST_F(ScriptCalls, WaitUntilNothingCoversThePoint)
+{
+    const QJsonObject atCorner = request(
+        "mouseClick", {QStringLiteral("WindowQmlImpl#form #covered"), 5, 5, static_cast<int>(Qt::LeftButton)}, 400);
+    const Protocol::NotReady covered = obstacle(atCorner);
+    EXPECT_EQ(covered.coveredBy, QStringLiteral("WindowQmlImpl#form Area#cover[objectName=\"cover\"]:visible"));
+    EXPECT_TRUE(covered.reason.contains(QStringLiteral("(5, 5)"))) << qPrintable(covered.reason);
+    EXPECT_EQ(root()->property("others").toInt(), 0);
+
+    const auto reply = post("call", click("covered"));
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_FALSE((*reply)->isError()) << "its middle is free";
+
+    find("cover")->setVisible(false);
+    ask("call", atCorner);
+    EXPECT_EQ(clicks(), 2);
+}
+
+TEST_F(ScriptCalls, SeveralMayBePending)
+{
+    find("ok")->setVisible(false);
+    const auto first = post("call", click("ok"));
+    const auto second = post("call",
+                             request("type", {QStringLiteral("WindowQmlImpl#form #field"), QStringLiteral("x")}));
+    ASSERT_TRUE(waitUntil([&] { return second->has_value(); }));
+    EXPECT_FALSE(first->has_value());
+    find("ok")->setVisible(true);
+    ASSERT_TRUE(waitUntil([&] { return first->has_value(); }));
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, GoOnInsideAnEventLoopThatTheInputOpened)
+{
+    // As a click does that opens a modal dialog.
+    bool wasClickedInside = false;
+    QObject::connect(window(), &QWindow::windowTitleChanged, window(),
+                     [&] { wasClickedInside = waitUntil([&] { return clicks() == 1; }); });
+    const auto opening = post("call", click("opener"));
+    const auto inside = post("call", click("ok"));
+    ASSERT_TRUE(waitUntil([&] { return opening->has_value() && inside->has_value(); }));
+    EXPECT_TRUE(wasClickedInside);
+    EXPECT_FALSE((*opening)->isError());
+    EXPECT_FALSE((*inside)->isError());
+}
+
+TEST_F(ScriptCalls, ThatFitNoOverloadFailAtOnce)
+{
+    const Protocol::Error error = failureOf("call",
+                                            request("mouseClick", {QStringLiteral("nothing"), QStringLiteral("there")},
+                                                    60000));
+    EXPECT_EQ(error.code, Protocol::FunctionFailed);
+    EXPECT_TRUE(error.message.contains(QStringLiteral("mouseClick"))) << qPrintable(error.message);
+    EXPECT_EQ(failureOf("call", request("fly", {})).code, Protocol::FunctionFailed);
+    EXPECT_EQ(failureOf("call", request("mouseClick", QJsonArray{QJsonValue(QJsonArray{1})})).code, Protocol::InvalidParams);
+    EXPECT_EQ(failureOf("call").code, Protocol::InvalidParams);
+}
+
+TEST_F(ScriptCalls, GivePicturesBack)
+{
+    const QJsonArray arguments{QJsonObject{{QStringLiteral("object"), handleOf("WindowQmlImpl#form #ok")}}};
+    const QJsonObject picture =
+        ask("call", request("grabWidget", arguments)).value(QStringLiteral("result")).toObject();
+    EXPECT_EQ(picture.value(QStringLiteral("type")), QStringLiteral("QPixmap"));
+    EXPECT_EQ(picture.value(QStringLiteral("width")), QJsonValue(80));
+}
+
+TEST_F(ScriptCalls, OnWindowsNeedNoFreePoint)
+{
+    ask("call", request("setWindowSize", {QStringLiteral("WindowQmlImpl#form"), 320, 240}));
+    ASSERT_TRUE(waitUntil([&] { return window()->width() == 320; }));
+    EXPECT_EQ(window()->height(), 240);
+}
+
+TEST_F(ScriptCalls, SurviveTheEndOfTheirWindow)
+{
+    find("ok")->setVisible(false);
+    const auto reply = post("call", click("ok", 300));
+    const auto served = post("children");
+    ASSERT_TRUE(waitUntil([&] { return served->has_value(); }));
+    destroyRoot();
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_EQ((*reply)->error->code, Protocol::ObjectNotFound);
+}
+
+TEST_F(ScriptCalls, SurviveTheEndOfTheAgent)
+{
+    const auto reply = post("call", request("longMouseClick", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    ASSERT_TRUE(waitUntil([&] { return !QtWrapper::InputPlayer::self()->isIdle(); }));
+    endAgent();
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value() && QtWrapper::InputPlayer::self()->isIdle(); }));
+    EXPECT_TRUE((*reply)->isError());
+}
+
+TEST_F(ScriptCalls, SurviveTheEndOfTheConnection)
+{
+    const auto reply = post("call", request("longMouseClick", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    ASSERT_TRUE(waitUntil([&] { return !QtWrapper::InputPlayer::self()->isIdle(); }));
+    toolEnd()->close();
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value() && QtWrapper::InputPlayer::self()->isIdle(); }));
+    EXPECT_EQ((*reply)->error->code, Protocol::Disconnected);
+}
