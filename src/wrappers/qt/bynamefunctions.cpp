@@ -80,6 +80,9 @@ VANTLE_BY_NAME_FUNCTION(gestureOGByNameFn, gesture, Gesture)
 VANTLE_BY_NAME_FUNCTION(mouseDragByNameFn, mouseDrag, Coordinates, Distance, Modifiers, Button)
 VANTLE_BY_NAME_FUNCTION(longMouseDragByNameFn, longMouseDrag, Coordinates, Distance, Modifiers, Button)
 
+VANTLE_BY_NAME_FUNCTION(dragAndDropOTByNameFn, dragAndDrop, Target)
+VANTLE_BY_NAME_FUNCTION(dragAndDropOCTCByNameFn, dragAndDrop, Coordinates, Target, TargetCoordinates)
+
 VANTLE_BY_NAME_FUNCTION(mouseClickOByNameFn, mouseClick)
 VANTLE_BY_NAME_FUNCTION(mouseClickOBMByNameFn, mouseClick, Modifiers, Button)
 VANTLE_BY_NAME_FUNCTION(mouseClickOCBByNameFn, mouseClick, Coordinates, Button)
@@ -124,6 +127,8 @@ void registerByNameFunctions()
              gestureOGByNameFn,
              mouseDragByNameFn,
              longMouseDragByNameFn,
+             dragAndDropOTByNameFn,
+             dragAndDropOCTCByNameFn,
              mouseClickOByNameFn,
              mouseClickOBMByNameFn,
              mouseClickOCBByNameFn,

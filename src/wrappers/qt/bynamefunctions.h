@@ -12,8 +12,9 @@ class Method;
 ///
 /// The letters in a name say what the overload takes: O the object, C the
 /// coordinates inside it, B the button, M the modifiers, D in touchAndDrag
-/// first the distance and then the delay, G the gesture. Where an overload
-/// takes both, the modifiers come ahead of the button.
+/// first the distance and then the delay, G the gesture, T in dragAndDrop the
+/// name of the target. Where an overload takes both, the modifiers come ahead
+/// of the button.
 namespace Vantle::QtWrapper {
 
 /// Makes the overloads known to the Inspector's global functions. Further
@@ -31,6 +32,9 @@ VANTLEQTWRAPPER_EXPORT const Method *gestureOGByNameFn();
 
 VANTLEQTWRAPPER_EXPORT const Method *mouseDragByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *longMouseDragByNameFn();
+
+VANTLEQTWRAPPER_EXPORT const Method *dragAndDropOTByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *dragAndDropOCTCByNameFn();
 
 VANTLEQTWRAPPER_EXPORT const Method *mouseClickOByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *mouseClickOBMByNameFn();

@@ -43,6 +43,9 @@ const Overload overloads[] = {
     {longMouseDragByNameFn, "longMouseDrag",
      "x:int y:int dx:int dy:int modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
 
+    {dragAndDropOTByNameFn, "dragAndDrop", "targetName:QString"},
+    {dragAndDropOCTCByNameFn, "dragAndDrop", "x:int y:int targetName:QString targetX:int targetY:int"},
+
     {mouseClickOByNameFn, "mouseClick", ""},
     {mouseClickOBMByNameFn, "mouseClick", "modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
     {mouseClickOCBByNameFn, "mouseClick", "x:int y:int button:Qt::MouseButton"},
