@@ -1,9 +1,10 @@
 #include "wrappers/qt/extensions/qtquickcommon/extensionloader_p.h"
 
+#include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/tracing.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemids.h"
-#include "wrappers/qt/application.h"
+#include "wrappers/qt/extensions/qtquickcommon/scriptvalues_p.h"
 
 #include <QtCore/QDir>
 #include <QtQml/QQmlComponent>
@@ -64,6 +65,8 @@ VantleHook *loadExtension(QQmlEngine *engine, const QUrl &url)
 // or its engine to an end, or lead to questions about this or another window.
 void loadExtensions(const QPointer<QQuickWindow> &window, const QPointer<QQmlEngine> &engine, const QList<QUrl> &urls)
 {
+    // An error that is pending in the program would cut short what they run.
+    const VantleQtQuickHook::StrayScriptErrors strayErrors(engine.data());
     for (const QUrl &url : urls) {
         if (!window || !engine)
             return;

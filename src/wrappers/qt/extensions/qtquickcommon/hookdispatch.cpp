@@ -29,18 +29,18 @@ void log(const ScriptError &error)
 }
 
 // The properties of an Error are not enumerable, so that it is empty as a map.
-bool isScriptError(const QJSValue &value)
+bool isScriptError(const QJSValue &value, QJSEngine *engine)
 {
     const bool isPlainObject = value.isObject() && !value.isArray() && !value.isCallable() && !value.isQObject()
         && !value.isVariant();
-    return value.isError() || (isPlainObject && value.hasOwnProperty(QStringLiteral("message")));
+    return value.isError() || (isPlainObject && seesProperty(value, QStringLiteral("message"), engine));
 }
 
 ScriptError scriptError(const QJSValue &value)
 {
     return {scriptText(value.property(QStringLiteral("message"))),
             scriptText(value.property(QStringLiteral("fileName"))),
-            QVariant(scriptText(value.property(QStringLiteral("lineNumber")))).toInt()};
+            plainValue(value.property(QStringLiteral("lineNumber"))).toInt()};
 }
 
 ScriptError scriptError(const QVariantMap &map)
@@ -82,16 +82,16 @@ QVariant callHookFunction(QObject *hook, const char *name, const QVariant &first
                                                                     Q_ARG(QVariant, first),
                                                                     second ? Q_ARG(QVariant, *second)
                                                                            : QGenericArgument());
-    if (!wasCalled || reportScriptError(result) || isUnhandled(result))
+    if (!wasCalled || reportScriptError(result, strayErrors.engine()) || isUnhandled(result))
         return {};
     return result;
 }
 
-bool reportScriptError(const QVariant &value)
+bool reportScriptError(const QVariant &value, QJSEngine *engine)
 {
     if (value.metaType() == QMetaType::fromType<QJSValue>()) {
         const auto script = value.value<QJSValue>();
-        if (!isScriptError(script))
+        if (!isScriptError(script, engine))
             return false;
         log(scriptError(script));
         return true;

@@ -4,6 +4,8 @@
 
 #include <QtCore/QVariant>
 
+class QJSEngine;
+
 /// How one hook is asked, and what its answers mean.
 namespace VantleQtQuickHook {
 
@@ -16,8 +18,9 @@ namespace VantleQtQuickHook {
 QVariant callHookFunction(QObject *hook, const char *name, const QVariant &first, const QVariant *second);
 
 /// Whether \p value is an error that a script function returned, or an object
-/// that says what happened in "message". Logs it then.
-bool reportScriptError(const QVariant &value);
+/// that says what happened in "message". Logs it then. With \p engine, that of
+/// the script, "message" must be enumerable.
+bool reportScriptError(const QVariant &value, QJSEngine *engine = nullptr);
 
 /// Whether the class of \p object or one of its base classes has that name.
 bool objectIsOfType(QObject *object, const QString &type);

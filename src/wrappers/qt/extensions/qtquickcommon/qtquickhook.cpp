@@ -39,7 +39,7 @@ QList<Hook> hooksToAsk(const Item &item)
 /// The hook's own list of that name; empty if it has none.
 QStringList listOf(const Hook &hook, const char *name)
 {
-    const StrayScriptErrors strayErrors(hook);
+    const StrayScriptErrors strayErrors(hook.data());
     return toStringList(hook->property(name));
 }
 
@@ -70,8 +70,8 @@ QQuickItem *toQuickItem(const QVariant &value)
 /// that \p item is of.
 std::optional<QStringList> propertiesListedFor(const Item &item, const Hook &hook)
 {
-    const StrayScriptErrors strayErrors(hook);
-    const QMap<QString, QVariant> listsByType = toMap(hook->property("objectNameProperties"));
+    const StrayScriptErrors strayErrors(hook.data());
+    const QMap<QString, QVariant> listsByType = toMap(hook->property("objectNameProperties"), strayErrors.engine());
     if (!item)
         return std::nullopt;
     for (auto list = listsByType.cbegin(); list != listsByType.cend(); ++list) {
@@ -84,7 +84,7 @@ std::optional<QStringList> propertiesListedFor(const Item &item, const Hook &hoo
 /// What the hook's function would have added; nothing if it gives no answer.
 std::optional<QStringList> propertiesAddedFor(const QVariant &item, const Hook &hook)
 {
-    const StrayScriptErrors strayErrors(hook);
+    const StrayScriptErrors strayErrors(hook.data());
     const QVariant answer = callHookFunction(hook, "extraPropertiesFor", item, nullptr);
     if (!answer.isValid())
         return std::nullopt;

@@ -16,6 +16,19 @@ bool isScriptValue(const QVariant &value)
     return value.metaType() == QMetaType::fromType<QJSValue>();
 }
 
+// Through the function that the engine itself has, since an object may have
+// one of that name of its own. Anything but a plain yes is a no: a trap of a
+// proxy can fail.
+bool isEnumerable(const QJSValue &object, const QString &name, QJSEngine &engine)
+{
+    const QJSValue isOwnAndEnumerable = engine.globalObject()
+                                            .property(QStringLiteral("Object"))
+                                            .property(QStringLiteral("prototype"))
+                                            .property(QStringLiteral("propertyIsEnumerable"));
+    const QJSValue answer = isOwnAndEnumerable.callWithInstance(object, {QJSValue(name)});
+    return answer.isBool() && answer.toBool();
+}
+
 QStringList arrayTexts(const QJSValue &array)
 {
     const quint32 length = std::min(array.property(QStringLiteral("length")).toUInt(), MaximumLength);
@@ -28,43 +41,66 @@ QStringList arrayTexts(const QJSValue &array)
 
 } // namespace
 
+QVariant plainValue(const QJSValue &value)
+{
+    const QVariant plain = value.toVariant(QJSValue::RetainJSObjects);
+    return isScriptValue(plain) ? QVariant() : plain;
+}
+
 QStringList toStringList(const QVariant &value)
 {
     if (!isScriptValue(value))
         return value.toStringList();
     const auto script = value.value<QJSValue>();
-    if (script.isArray())
-        return arrayTexts(script);
-    return script.isObject() ? QStringList() : script.toVariant().toStringList();
+    return script.isArray() ? arrayTexts(script) : plainValue(script).toStringList();
 }
 
-QMap<QString, QVariant> toMap(const QVariant &value)
+QMap<QString, QVariant> toMap(const QVariant &value, QJSEngine *engine)
 {
     if (!isScriptValue(value))
         return value.toMap();
     const auto script = value.value<QJSValue>();
-    QMap<QString, QVariant> map;
     if (!script.isObject() || script.isArray() || script.isCallable())
-        return map;
-    for (QJSValueIterator property(script); property.next();)
-        map.insert(property.name(), QVariant::fromValue(property.value()));
+        return {};
+    if (const QVariant plain = plainValue(script); plain.isValid())
+        return plain.toMap();
+    QMap<QString, QVariant> map;
+    for (QJSValueIterator property(script); property.next();) {
+        if (seesProperty(script, property.name(), engine))
+            map.insert(property.name(), QVariant::fromValue(property.value()));
+    }
     return map;
+}
+
+bool seesProperty(const QJSValue &object, const QString &name, QJSEngine *engine)
+{
+    return object.hasOwnProperty(name) && (!engine || isEnumerable(object, name, *engine));
 }
 
 QString scriptText(const QJSValue &value)
 {
-    const bool isNested = value.isObject() && !value.isDate() && !value.isVariant();
-    return isNested ? QString() : value.toVariant().toString();
+    return plainValue(value).toString();
 }
 
-StrayScriptErrors::StrayScriptErrors(const QObject *scripted) : m_engine(scripted ? qjsEngine(scripted) : nullptr)
+StrayScriptErrors::StrayScriptErrors(QJSEngine *engine) : m_engine(engine)
+{
+    if (m_engine && m_engine->hasError())
+        m_earlierError = m_engine->catchError();
+}
+
+StrayScriptErrors::StrayScriptErrors(const QObject *scripted)
+    : StrayScriptErrors(scripted ? qjsEngine(scripted) : nullptr)
 {
 }
 
 StrayScriptErrors::~StrayScriptErrors()
 {
-    if (m_engine && m_engine->hasError())
+    if (!m_engine)
+        return;
+    if (m_engine->hasError())
         m_engine->catchError();
+    if (m_earlierError)
+        m_engine->throwError(*m_earlierError);
 }
 
 } // namespace VantleQtQuickHook

@@ -63,6 +63,8 @@ QString extensionText(const QString &members);
 class Program : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(QStringList names MEMBER names CONSTANT)
+    Q_PROPERTY(QVariantList values MEMBER values CONSTANT)
 
 public:
     /// Deletes at once, as compiled code of a program can at any time.
@@ -73,6 +75,8 @@ public:
     Q_INVOKABLE void note(const QString &text) { notes.append(text); }
     Q_INVOKABLE QVariantMap mapWith(const QString &key, const QVariant &value) { return {{key, value}}; }
 
+    QStringList names{QStringLiteral("first"), QStringLiteral("second")};
+    QVariantList values{QStringLiteral("text"), 3};
     std::function<void()> action;
     QStringList notes;
     QPointer<QObject> kept;

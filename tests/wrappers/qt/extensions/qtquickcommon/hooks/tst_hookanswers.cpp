@@ -184,6 +184,14 @@ TEST_F(HookAnswers, AnObjectWithAMessageIsReportedAsAnError)
           {"return { message: null, lineNumber: '7' }", "QML JS error:  (:7)"},
           {"return { message: { a: 1 }, fileName: ['f'], lineNumber: 'x' }", "QML JS error:  (:0)"},
           {"return { message: 'ä%s%n', lineNumber: -1 }", "QML JS error: ä%s%n (:-1)"},
+          {"return { message: 'm', lineNumber: 12.5 }", "QML JS error: m (:13)"},
+          {"return { message: 'm', lineNumber: 12.4 }", "QML JS error: m (:12)"},
+          {"return { message: 'm', lineNumber: true }", "QML JS error: m (:1)"},
+          {"return { message: 'm', lineNumber: [4] }", "QML JS error: m (:0)"},
+          {"return { message: 'm', lineNumber: { valueOf: () => 4 } }", "QML JS error: m (:0)"},
+          {"return { message: 'm', lineNumber: Symbol('4'), fileName: Symbol('f') }", "QML JS error: m (:0)"},
+          {"return { message: 'm', propertyIsEnumerable: () => false }", "QML JS error: m (:0)"},
+          {"return new Proxy({ message: 'm' }, {})", "QML JS error: m (:0)"},
           {"return { get message() { return 'got' } }", "QML JS error: got (:0)"}}) {
         logger.warnings.clear();
         EXPECT_FALSE(answer(body).isValid()) << body;
@@ -198,6 +206,22 @@ TEST_F(HookAnswers, ObjectsWithoutAMessageOfTheirOwnAreAnswers)
                              "return function message() {}", "return 'message'", "return program"})
         EXPECT_TRUE(answer(body).isValid()) << body;
     EXPECT_THAT(logger.warnings, IsEmpty());
+}
+
+TEST_F(HookAnswers, AMessageThatIsNotEnumerableIsNoError)
+{
+    for (const char *body :
+         {"return Object.defineProperty({ a: 1 }, 'message', { value: 'm' })",
+          "return Object.defineProperty({ propertyIsEnumerable: () => true }, 'message', { value: 'm' })",
+          "return Object.defineProperty({}, 'message', { get() { program.note('read'); return 'm' } })",
+          "return new Proxy({}, { getOwnPropertyDescriptor() { throw new Error('trap') } })",
+          "return new Proxy(Object.defineProperty({}, 'message', { value: 'm' }), {})"}) {
+        EXPECT_TRUE(answer(body).isValid()) << body;
+        EXPECT_FALSE(answer(body).toMap().contains(QStringLiteral("message"))) << body;
+        EXPECT_FALSE(scene.engine->hasError()) << body;
+    }
+    EXPECT_THAT(logger.warnings, IsEmpty());
+    EXPECT_THAT(scene.program.notes, IsEmpty());
 }
 
 TEST_F(HookAnswers, AnItemWithAPropertyMessageIsAnAnswer)
@@ -230,6 +254,47 @@ TEST_F(HookAnswers, AnExceptionIsNoAnswerAndLeftToQtsOwnReport)
     EXPECT_FALSE(scene.engine->hasError());
 }
 
+TEST_F(HookAnswers, AnErrorThatWasPendingBeforeTheQuestionIsPendingAfterIt)
+{
+    QObject *const hook = objectWith(
+        QStringLiteral("property var lists: ({ get message() { throw new Error('own') } })\n"
+                       "function ask(item) { return lists }"));
+    scene.engine->throwError(QStringLiteral("of the program"));
+    EXPECT_FALSE(callHookFunction(hook, "ask", QVariant(1), nullptr).isValid());
+    EXPECT_EQ(logger.warnings.size(), 1U);
+    ASSERT_TRUE(scene.engine->hasError());
+    EXPECT_EQ(scene.engine->catchError().toString(), QStringLiteral("Error: of the program"));
+    {
+        const StrayScriptErrors strayErrors(hook);
+        EXPECT_EQ(strayErrors.engine(), scene.engine.get());
+        scene.engine->throwError(QStringLiteral("stray"));
+    }
+    EXPECT_FALSE(scene.engine->hasError());
+}
+
+TEST_F(HookAnswers, APendingErrorMayBeAnyValue)
+{
+    for (const char *thrown : {"undefined", "null", "3", "'text'", "[1]", "new TypeError('type')", "Symbol('s')"}) {
+        const QJSValue error = scene.engine->evaluate(QLatin1String(thrown));
+        scene.engine->throwError(error);
+        {
+            const StrayScriptErrors strayErrors(scene.engine.get());
+            EXPECT_FALSE(scene.engine->hasError()) << thrown;
+        }
+        EXPECT_TRUE(scene.engine->hasError()) << thrown;
+        EXPECT_TRUE(scene.engine->catchError().strictlyEquals(error)) << thrown;
+    }
+}
+
+TEST_F(HookAnswers, AnEngineMayGoWhileAnErrorOfItsProgramIsLaidAside)
+{
+    auto engine = std::make_unique<QJSEngine>();
+    engine->throwError(QStringLiteral("pending"));
+    const StrayScriptErrors strayErrors(engine.get());
+    engine.reset();
+    EXPECT_EQ(strayErrors.engine(), nullptr);
+}
+
 TEST_F(HookAnswers, EveryKindOfListIsReadAsTexts)
 {
     const auto texts = [this](const char *body) { return toStringList(answer(body)).join(u'|').toStdString(); };
@@ -241,6 +306,7 @@ TEST_F(HookAnswers, EveryKindOfListIsReadAsTexts)
     EXPECT_EQ(texts("return new Proxy(['a'], {})"), "");
     EXPECT_EQ(texts("return null"), "");
     EXPECT_EQ(texts("return Symbol('a')"), "");
+    EXPECT_EQ(texts("return ['a', Symbol('b')]"), "a|");
     EXPECT_EQ(texts("let a = []; a[2] = 'c'; return a"), "||c");
     EXPECT_EQ(toStringList(QStringList{QStringLiteral("a")}), QStringList{QStringLiteral("a")});
     EXPECT_EQ(toStringList(QVariantList{1, QStringLiteral("b")}).join(u'|').toStdString(), "1|b");
@@ -257,21 +323,66 @@ TEST_F(HookAnswers, ListsAreReadLikeQtDoesWhereQtCanDoIt)
     }
 }
 
+TEST_F(HookAnswers, ListsOfDeclaredTypesAreReadInsideMaps)
+{
+    for (const auto &[entry, expected] : {std::pair{"names", "a|b"},
+                                          {"numbers", ""},
+                                          {"program.names", "first|second"},
+                                          {"program.values", "text|3"},
+                                          {"Object.keys(program.mapWith('k', 1))", "k"},
+                                          {"[names, program.names]", "|"},
+                                          {"objects", ""},
+                                          {"Qt.url('file:///a')", ""},
+                                          {"new Date(0)", ""},
+                                          {"Qt.rect(1, 2, 3, 4)", ""},
+                                          {"/a/", ""},
+                                          {"Symbol('a')", ""},
+                                          {"hook", ""}}) {
+        QObject *const hook = objectWith(QStringLiteral("property list<string> names: ['a', 'b']\n"
+                                                        "property list<int> numbers: [1, 2]\n"
+                                                        "property list<QtObject> objects: [hook, hook]\n"
+                                                        "property var lists: ({ 'PushButton': %1 })")
+                                             .arg(QLatin1String(entry)));
+        const QVariant list = toMap(hook->property("lists"), scene.engine.get()).value(QStringLiteral("PushButton"));
+        EXPECT_EQ(toStringList(list).join(u'|').toStdString(), expected) << entry;
+    }
+}
+
+TEST_F(HookAnswers, ListsOfDeclaredTypesAreReadFromAnswersToo)
+{
+    for (const char *members :
+         {"property list<string> names: ['a', 'b']; function ask(item) { return names }",
+          "property var names: program.names; function ask(item) { return names }",
+          "function ask(item) { return program.values }", "function ask(item) { return program.names }"}) {
+        const QVariant value = callHookFunction(objectWith(QLatin1String(members)), "ask", QVariant(1), nullptr);
+        EXPECT_EQ(toStringList(value).size(), 2) << members;
+        EXPECT_EQ(toStringList(value), value.toStringList()) << members;
+    }
+}
+
 TEST_F(HookAnswers, EveryKindOfMapIsReadInAscendingOrderOfItsKeys)
 {
     const auto keys = [this](const char *body) {
-        return QStringList(toMap(answer(body)).keys()).join(u'|').toStdString();
+        return QStringList(toMap(answer(body), scene.engine.get()).keys()).join(u'|').toStdString();
     };
     EXPECT_EQ(keys("return { b: 1, a: 2, B: 3 }"), "B|a|b");
     EXPECT_EQ(keys("return ['a']"), "");
     EXPECT_EQ(keys("return 'a'"), "");
     EXPECT_EQ(keys("return function() {}"), "");
     EXPECT_EQ(keys("return null"), "");
-    EXPECT_EQ(
-        toStringList(toMap(answer("return { a: ['x', 'y'] }")).value(QStringLiteral("a"))).join(u'|').toStdString(),
-        "x|y");
-    EXPECT_EQ(toMap(QVariantMap{{QStringLiteral("k"), 1}}).value(QStringLiteral("k")), QVariant(1));
-    EXPECT_TRUE(toMap(QVariant()).isEmpty());
+    EXPECT_EQ(keys("return Object.defineProperty({ a: 1 }, 'b', { value: 2 })"), "a");
+    EXPECT_EQ(keys("return { a: 1, propertyIsEnumerable: 3 }"), "a|propertyIsEnumerable");
+    EXPECT_EQ(keys("return Object.create({ a: 1 })"), "");
+    EXPECT_EQ(keys("return Object.assign(Object.create(null), { a: 1 })"), "a");
+    EXPECT_EQ(keys("return new Date(0)"), "");
+    EXPECT_EQ(keys("return Qt.rect(1, 2, 3, 4)"), "");
+    EXPECT_EQ(keys("return program.mapWith('a', 1)"), "a");
+    EXPECT_EQ(toStringList(toMap(answer("return { a: ['x', 'y'] }"), scene.engine.get()).value(QStringLiteral("a")))
+                  .join(u'|')
+                  .toStdString(),
+              "x|y");
+    EXPECT_EQ(toMap(QVariantMap{{QStringLiteral("k"), 1}}, nullptr).value(QStringLiteral("k")), QVariant(1));
+    EXPECT_TRUE(toMap(QVariant(), nullptr).isEmpty());
 }
 
 #include "tst_hookanswers.moc"

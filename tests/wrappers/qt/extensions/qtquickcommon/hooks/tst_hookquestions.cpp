@@ -297,6 +297,14 @@ TEST_F(HookQuestions, ASingleTextInTheMapCountsAsAListOfOne)
     EXPECT_EQ(askProperties(button()), "caption");
 }
 
+TEST_F(HookQuestions, AListOfDeclaredTypeCountsInTheMap)
+{
+    extend({QStringLiteral("property list<string> names: ['a', 'b']\n"
+                           "property var objectNameProperties: ({ 'PushButton': names, 'Panel': program.names })")});
+    EXPECT_EQ(askProperties(button()), "a,b");
+    EXPECT_EQ(askProperties(panel()), "first,second");
+}
+
 TEST_F(HookQuestions, AMapBeatsTheFunctionOfItsHook)
 {
     extend({QStringLiteral("property var objectNameProperties: ({ 'PushButton': ['map'] })\n"

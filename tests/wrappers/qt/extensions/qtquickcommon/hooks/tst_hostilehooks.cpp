@@ -34,17 +34,19 @@ protected:
     }
 
     static constexpr int QuestionCount = 5;
-    /// Puts the question of that number; true if nobody answered.
+    /// Puts the question of that number; true if nobody answered and the
+    /// caller's list, text and flag are as they were.
     static bool isUnanswered(int question, QQuickItem *item)
     {
-        QStringList properties;
-        QString value;
-        bool ignored = false;
+        const QStringList before{QStringLiteral("before")};
+        QStringList properties = before;
+        QString value = before.first();
+        bool ignored = true;
         switch (question) {
         case 0: return containerFor(item) == nullptr;
-        case 1: return !extraPropertiesFor(item, &properties) && properties.isEmpty();
-        case 2: return !propertyFor(item, QStringLiteral("p"), &value) && value.isNull();
-        case 3: return !isIgnored(item, &ignored) && !ignored;
+        case 1: return !extraPropertiesFor(item, &properties) && properties == before;
+        case 2: return !propertyFor(item, QStringLiteral("p"), &value) && value == before.first();
+        case 3: return !isIgnored(item, &ignored) && ignored;
         default: return isItemReady(item);
         }
     }
@@ -61,6 +63,51 @@ TEST_F(HostileHooks, ExceptionsAskTheNextHook)
         expectWarning(QStringLiteral("TypeError"));
         EXPECT_EQ(isUnanswered(question, button()), question != 4) << question;
     }
+    EXPECT_THAT(logger.warnings, IsEmpty());
+}
+
+TEST_F(HostileHooks, AnErrorForAnAnswerAsksTheNextHookAndChangesNothing)
+{
+    extend({everyFunction(QStringLiteral("return { message: 'oops', fileName: 'f.qml', lineNumber: 4 }")),
+            everyFunction(QStringLiteral("program.note('asked')"))});
+    for (int question = 0; question < QuestionCount; ++question) {
+        scene.program.notes.clear();
+        logger.warnings.clear();
+        EXPECT_TRUE(isUnanswered(question, button())) << question;
+        EXPECT_EQ(scene.program.notes, QStringList{QStringLiteral("asked")}) << question;
+        EXPECT_THAT(logger.warnings, ElementsAre("QML JS error: oops (f.qml:4)")) << question;
+    }
+}
+
+TEST_F(HostileHooks, AnErrorOfOneHookLeavesTheAnswerToTheNext)
+{
+    extend({QStringLiteral("priority: 1\n") + everyFunction(QStringLiteral("return { message: 'oops' }")),
+            QStringLiteral("property var containerTypes: ['Panel']\n"
+                           "property var objectNameProperties: ({ 'PushButton': ['caption'] })\n"
+                           "property var blacklistedTypes: ['PushButton']\n"
+                           "function propertyFor(item, name) { return 'v' }\n"
+                           "function isItemReady(item) { return false }")});
+    for (int question = 0; question < QuestionCount; ++question)
+        EXPECT_FALSE(isUnanswered(question, button())) << question;
+    EXPECT_EQ(logger.warnings, std::vector<std::string>(QuestionCount, "QML JS error: oops (:0)"));
+}
+
+TEST_F(HostileHooks, AnErrorThatWasPendingInTheProgramStaysSo)
+{
+    extend({QStringLiteral("property var lists: { program.note('read'); return ['PushButton', 'Panel'] }\n"
+                           "property var containerTypes: lists\nproperty var blacklistedTypes: lists\n"
+                           "property var objectNameProperties: ({ 'Other': ['x'] })\n"
+                           "function extraPropertiesFor(item) { return ['a'] }\n"
+                           "function propertyFor(item, name) { return 'v' }\n"
+                           "function isItemReady(item) { return false }")});
+    QQuickItem *const item = button();
+    for (int question = 0; question < QuestionCount; ++question) {
+        scene.engine->throwError(QStringLiteral("of the program"));
+        EXPECT_FALSE(isUnanswered(question, item)) << question;
+        ASSERT_TRUE(scene.engine->hasError()) << question;
+        EXPECT_EQ(scene.engine->catchError().toString(), QStringLiteral("Error: of the program")) << question;
+    }
+    EXPECT_EQ(scene.program.notes, QStringList{QStringLiteral("read")});
     EXPECT_THAT(logger.warnings, IsEmpty());
 }
 
