@@ -96,11 +96,12 @@ HooksByWindow::const_iterator hooksForItem(QQuickItem *item)
 
 HooksByWindow::const_iterator hookupQuickWindow(QQuickWindow *window)
 {
+    VANTLE_TRACE("Hooking up QQuickWindow " << window);
     removeDeadWindows();
+    // A window that was hooked up comes here too if a cleared guard hid it.
     if (const auto hooks = hooksByWindow.constFind(window); hooks != hooksByWindow.cend())
         return hooks;
 
-    VANTLE_TRACE("Hooking up QQuickWindow " << window);
     QQmlEngine *const engine = qmlEngineForQuickWindow(window);
     if (!engine) {
         if (!engineLookupFailureReported)

@@ -1,74 +1,21 @@
-// Each of these runs in a process of its own.
+// How extension files are found and loaded. Each of these runs in a process of its own.
 
-#include "hookscene.h"
+#include "extensionloadertest.h"
 
-#include "support/waiting.h"
 #include "support/warningguard.h"
-#include "wrappers/qt/extensions/qtquickcommon/extensionloader_p.h"
 
-#include <QtCore/QDir>
 #include <QtQml/QQmlComponent>
-#include <QtQml/QQmlContext>
-#include <QtQuick/QQuickView>
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 
-using namespace Vantle::QtWrapper;
 using namespace VantleTest;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::UnorderedElementsAre;
 
-namespace {
-
-class ExtensionLoader : public testing::Test
-{
-protected:
-    ExtensionLoader()
-    {
-        qputenv("VANTLE_PREFIX", QFile::encodeName(prefix.path()));
-        qunsetenv("VANTLE_QTQUICK_EXTENSION_PATH");
-        defaultFolder = prefix.filePath(QStringLiteral("lib/extensions/qt/qtquick"));
-        EXPECT_TRUE(QDir().mkpath(defaultFolder));
-    }
-
-    void useFurtherFolder(const QString &path) { qputenv("VANTLE_QTQUICK_EXTENSION_PATH", QFile::encodeName(path)); }
-
-    void addExtension(const char *name, const QString &members = {})
-    {
-        writeFile(defaultFolder + u'/' + QLatin1String(name), extensionText(members));
-    }
-
-    void addFile(const char *name, const char *text)
-    {
-        writeFile(defaultFolder + u'/' + QLatin1String(name), QLatin1String(text));
-    }
-
-    QQuickItem *anItem() { return scene.addWindow(QStringLiteral("Item { objectName: \"item\" }"))->contentItem(); }
-
-    /// The priorities of the window's hooks as they are filed, each as often as it has hooks.
-    static std::vector<int> filedPriorities(QQuickWindow *window)
-    {
-        std::vector<int> priorities;
-        const HooksByPriority hooks = hooksByWindow.value(window);
-        for (auto priority = hooks.cbegin(); priority != hooks.cend(); ++priority)
-            priorities.insert(priorities.end(), static_cast<std::size_t>(priority->size()), priority.key());
-        return priorities;
-    }
-
-    std::string url(const char *name) const { return "file://" + defaultFolder.toStdString() + '/' + name; }
-    std::string loading(const char *name) const { return "Loading Vantle QtQuick 2 extension " + url(name); }
-
-    QTemporaryDir prefix;
-    QString defaultFolder;
-    RecordingLogger logger;
-    Scene scene;
-};
-
-} // namespace
+using ExtensionLoader = ExtensionLoaderTest;
 
 TEST_F(ExtensionLoader, WithoutAnyDirectoryAllAnswersAreTheDefaults)
 {
@@ -88,7 +35,8 @@ TEST_F(ExtensionLoader, WithoutAnyDirectoryAllAnswersAreTheDefaults)
 
     EXPECT_THAT(logger.infos, ElementsAre("Found 0 Vantle QtQuick 2 extensions in " + defaultFolder.toStdString()));
     EXPECT_THAT(logger.warnings, IsEmpty());
-    ASSERT_EQ(hooksByWindow.size(), 1);
+    EXPECT_EQ(hooksByWindow.size(), 1);
+    ASSERT_TRUE(hooksByWindow.contains(item->window()));
     EXPECT_TRUE(hooksByWindow.value(item->window()).isEmpty());
 }
 
@@ -110,19 +58,6 @@ TEST_F(ExtensionLoader, ReadsVariablesOfAnyLengthAsUtf8)
     EXPECT_EQ(environmentVariable(""), "");
     qputenv("VANTLE_PREFIX", "");
     EXPECT_EQ(environmentVariable("VANTLE_PREFIX"), "");
-}
-
-TEST_F(ExtensionLoader, NothingIsLoadedBeforeTheFirstQuestion)
-{
-    addExtension("a.qml");
-    QQuickWindow *const window = anItem()->window();
-    window->show();
-    ASSERT_TRUE(waitUntil([&] { return window->isExposed(); }));
-    EXPECT_THAT(logger.infos, IsEmpty());
-    EXPECT_TRUE(hooksByWindow.isEmpty());
-    bool ignored = false;
-    VantleQtQuickHook::isIgnored(window->contentItem(), &ignored);
-    EXPECT_EQ(hooksOf(window).size(), 1);
 }
 
 TEST_F(ExtensionLoader, EveryQuestionLoads)
@@ -157,38 +92,6 @@ TEST_F(ExtensionLoader, LogsTheCountOfEachDirectoryThenEachFile)
                             "Found 1 Vantle QtQuick 2 extensions in " + further.path().toStdString(), loading("a.qml"),
                             "Loading Vantle QtQuick 2 extension file://" + further.path().toStdString() + "/b.qml"));
     EXPECT_THAT(logger.warnings, IsEmpty());
-}
-
-TEST_F(ExtensionLoader, ASecondWindowGetsHooksOfItsOwnFromTheSameFiles)
-{
-    addExtension("a.qml");
-    QQuickItem *const first = anItem();
-    VantleQtQuickHook::isItemReady(first);
-    logger.infos.clear();
-    addExtension("later.qml");
-    useFurtherFolder(defaultFolder);
-    qputenv("VANTLE_PREFIX", "/nowhere");
-
-    QQuickItem *const second = anItem();
-    VantleQtQuickHook::isItemReady(second);
-    VantleQtQuickHook::isItemReady(second);
-    VantleQtQuickHook::isItemReady(first);
-    EXPECT_THAT(logger.infos, ElementsAre(loading("a.qml")));
-    ASSERT_EQ(hooksOf(first->window()).size(), 1);
-    ASSERT_EQ(hooksOf(second->window()).size(), 1);
-    EXPECT_NE(hooksOf(first->window()).first(), hooksOf(second->window()).first());
-}
-
-TEST_F(ExtensionLoader, WindowsOfDifferentEnginesHaveHooksInTheirEngine)
-{
-    addExtension("a.qml");
-    Scene other;
-    QQuickWindow *const otherWindow = other.addWindow(QString());
-    QQuickWindow *const window = anItem()->window();
-    VantleQtQuickHook::isItemReady(window->contentItem());
-    VantleQtQuickHook::isItemReady(otherWindow->contentItem());
-    EXPECT_EQ(qmlEngine(hooksOf(window).value(0)), scene.engine.get());
-    EXPECT_EQ(qmlEngine(hooksOf(otherWindow).value(0)), other.engine.get());
 }
 
 TEST_F(ExtensionLoader, AListOfDirectoriesIsOneDirectoryThatDoesNotExist)
@@ -403,170 +306,6 @@ TEST_F(ExtensionLoader, ANullComponentIsReported)
     EXPECT_EQ(createHook(component, "file:///x.qml"), nullptr);
     EXPECT_THAT(logger.warnings,
                 ElementsAre("Vantle QtQuick 2 extension file:///x.qml resulted in null component, skipping"));
-}
-
-TEST_F(ExtensionLoader, AWindowWithoutEngineIsReportedOnceInTheProcess)
-{
-    addExtension("a.qml");
-    const RecordedTraces traces;
-    QQuickWindow first;
-    QQuickWindow second;
-    for (QQuickWindow *window : {&first, &second, &first}) {
-        EXPECT_TRUE(VantleQtQuickHook::isItemReady(window->contentItem()));
-        EXPECT_EQ(hooksForItem(window->contentItem()), hooksByWindow.cend());
-    }
-    EXPECT_THAT(logger.warnings,
-                ElementsAre("Cannot load Vantle QtQuick 2 extensions into window, failed to lookup QML engine"));
-    EXPECT_THAT(logger.infos, IsEmpty());
-    EXPECT_TRUE(hooksByWindow.isEmpty());
-}
-
-TEST_F(ExtensionLoader, AWindowThatGetsAnEngineLaterIsHookedUpThen)
-{
-    addExtension("a.qml");
-    QQuickWindow window;
-    VantleQtQuickHook::isItemReady(window.contentItem());
-    EXPECT_TRUE(hooksOf(&window).isEmpty());
-    QQmlComponent component(scene.engine.get());
-    component.setData("import QtQuick\nItem {}", QUrl());
-    qobject_cast<QQuickItem *>(component.create())->setParentItem(window.contentItem());
-    VantleQtQuickHook::isItemReady(window.contentItem());
-    EXPECT_EQ(hooksOf(&window).size(), 1);
-    qDeleteAll(window.contentItem()->childItems());
-}
-
-TEST_F(ExtensionLoader, ViewsAreHookedUpToo)
-{
-    addExtension("a.qml");
-    QQuickView view(scene.engine.get(), nullptr);
-    VantleQtQuickHook::isItemReady(view.contentItem());
-    EXPECT_EQ(hooksOf(&view).size(), 1);
-}
-
-TEST_F(ExtensionLoader, AnItemWithoutWindowLoadsNothing)
-{
-    addExtension("a.qml");
-    QQuickItem item;
-    EXPECT_EQ(hooksForItem(nullptr), hooksByWindow.cend());
-    EXPECT_EQ(hooksForItem(&item), hooksByWindow.cend());
-    EXPECT_THAT(logger.infos, IsEmpty());
-    EXPECT_THAT(logger.warnings, IsEmpty());
-}
-
-TEST_F(ExtensionLoader, TracesEachHookUp)
-{
-    RecordedTraces traces;
-    QQuickWindow *const window = anItem()->window();
-    VantleQtQuickHook::isItemReady(window->contentItem());
-    VantleQtQuickHook::isItemReady(window->contentItem());
-    QString description;
-    QDebug(&description).nospace() << window;
-    EXPECT_THAT(traces.take(), ElementsAre("Hooking up QQuickWindow " + description.toStdString()));
-    EXPECT_THAT(traces.functions, ElementsAre(HasSubstr("hookupQuickWindow")));
-}
-
-TEST_F(ExtensionLoader, HooksDieWithTheirWindowAndTheEntryWithTheNextHookUp)
-{
-    addExtension("a.qml");
-    QQuickWindow *const window = anItem()->window();
-    VantleQtQuickHook::isItemReady(window->contentItem());
-    const QPointer<VantleHook> hook = hooksOf(window).value(0);
-    ASSERT_FALSE(hook.isNull());
-    scene.windows.clear();
-    EXPECT_TRUE(hook.isNull());
-    EXPECT_EQ(hooksByWindow.size(), 1);
-
-    QQuickItem *const other = anItem();
-    VantleQtQuickHook::isItemReady(other);
-    EXPECT_EQ(hooksByWindow.size(), 1);
-    EXPECT_TRUE(hooksByWindow.contains(other->window()));
-}
-
-TEST_F(ExtensionLoader, LivingWindowsKeepTheirHooksWhicheverOthersDie)
-{
-    addExtension("a.qml");
-    constexpr std::size_t count = 15;
-    for (unsigned round = 0; round < 40; ++round) {
-        while (scene.windows.size() < count)
-            VantleQtQuickHook::isItemReady(anItem());
-        std::vector<std::pair<QQuickWindow *, VantleHook *>> known;
-        for (const auto &window : scene.windows)
-            known.emplace_back(window.get(), hooksOf(window.get()).value(0));
-        // Another place in the order of addresses each time, and later several at once.
-        for (unsigned i = 0; i <= round % 5; ++i) {
-            const auto victim = (round * 7 + i * 3) % scene.windows.size();
-            std::erase_if(known, [&](const auto &entry) { return entry.first == scene.windows[victim].get(); });
-            scene.windows.erase(scene.windows.begin() + static_cast<std::ptrdiff_t>(victim));
-        }
-        for (const auto &[window, hook] : known) {
-            VantleQtQuickHook::isItemReady(window->contentItem());
-            ASSERT_EQ(hooksOf(window), QList<VantleHook *>{hook}) << "round " << round;
-            ASSERT_THAT(filedPriorities(window), ElementsAre(0));
-        }
-    }
-}
-
-TEST_F(ExtensionLoader, AWindowAtTheAddressOfADeadOneIsHookedUpAnew)
-{
-    addExtension("a.qml");
-    alignas(QQuickWindow) std::byte storage[sizeof(QQuickWindow)];
-    for (int i = 0; i < 3; ++i) {
-        auto *const window = new (storage) QQuickWindow;
-        QQmlEngine::setContextForObject(window, scene.engine->rootContext());
-        VantleQtQuickHook::isItemReady(window->contentItem());
-        EXPECT_EQ(hooksOf(window).size(), 1) << i;
-        EXPECT_EQ(hooksByWindow.size(), 1) << i;
-        window->~QQuickWindow();
-    }
-}
-
-TEST_F(ExtensionLoader, AskingAboutAnotherWindowWhileLoadingHooksUpBoth)
-{
-    addExtension("a.qml", QStringLiteral("Component.onCompleted: program.act()"));
-    addExtension("b.qml");
-    QQuickWindow *const first = anItem()->window();
-    QQuickWindow *const second = anItem()->window();
-    bool isAsked = false;
-    scene.program.action = [&] {
-        if (!std::exchange(isAsked, true))
-            VantleQtQuickHook::isItemReady(second->contentItem());
-    };
-    VantleQtQuickHook::isItemReady(first->contentItem());
-    EXPECT_EQ(hooksOf(first).size(), 2);
-    EXPECT_EQ(hooksOf(second).size(), 2);
-    EXPECT_THAT(filedPriorities(first), ElementsAre(0, 0));
-    EXPECT_THAT(filedPriorities(second), ElementsAre(0, 0));
-}
-
-TEST_F(ExtensionLoader, AskingAboutTheSameWindowWhileLoadingLoadsNothingTwice)
-{
-    addExtension("a.qml", QStringLiteral("Component.onCompleted: program.act()"));
-    addExtension("b.qml", QStringLiteral("Component.onCompleted: program.act()"));
-    QQuickWindow *const window = anItem()->window();
-    scene.program.action = [&] { VantleQtQuickHook::isItemReady(window->contentItem()); };
-    VantleQtQuickHook::isItemReady(window->contentItem());
-    EXPECT_EQ(hooksOf(window).size(), 2);
-    EXPECT_THAT(filedPriorities(window), ElementsAre(0, 0));
-}
-
-TEST_F(ExtensionLoader, AWindowThatDiesWhileLoadingTakesNoHooks)
-{
-    addExtension("a.qml",
-                 QStringLiteral("Component.onCompleted: program.act()\n"
-                                "Component.onDestruction: program.note('gone')"));
-    addExtension("b.qml",
-                 QStringLiteral("Component.onCompleted: program.act()\n"
-                                "Component.onDestruction: program.note('gone')"));
-    QQuickItem *const item = anItem();
-    scene.program.action = [&] { scene.windows.clear(); };
-    EXPECT_TRUE(VantleQtQuickHook::isItemReady(item));
-    EXPECT_EQ(scene.program.notes, QStringList{QStringLiteral("gone")});
-
-    scene.program.action = [] {};
-    QQuickItem *const other = anItem();
-    VantleQtQuickHook::isItemReady(other);
-    EXPECT_EQ(hooksByWindow.size(), 1);
-    EXPECT_EQ(hooksOf(other->window()).size(), 2);
 }
 
 TEST_F(ExtensionLoader, ExtensionsCannotDestroyTheirHook)
