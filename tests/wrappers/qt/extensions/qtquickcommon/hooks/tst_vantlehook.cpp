@@ -8,6 +8,8 @@
 #include <QtQml/QQmlListProperty>
 
 #include <array>
+#include <memory>
+#include <vector>
 
 using namespace VantleTest;
 
@@ -164,6 +166,29 @@ TEST_F(VantleHookType, KeepsEveryPriority)
     EXPECT_EQ(hook.priority(), 17);
 }
 
+TEST_F(VantleHookType, WritingThePriorityRaisesNoSignal)
+{
+    int raised = 0;
+    Program listener;
+    listener.action = [&raised] { ++raised; };
+    const QMetaMethod count = Program::staticMetaObject.method(Program::staticMetaObject.indexOfMethod("act()"));
+    for (int i = 0; i < metaObject.methodCount(); ++i) {
+        if (metaObject.method(i).methodType() == QMetaMethod::Signal)
+            ASSERT_TRUE(QObject::connect(&hook, metaObject.method(i), &listener, count)) << i;
+    }
+
+    for (const int priority : {0, 0, 5, 5, -1, 0}) {
+        hook.setPriority(priority);
+        EXPECT_TRUE(hook.setProperty("priority", priority + 1));
+        EXPECT_TRUE(hook.setProperty("priority", priority + 1));
+    }
+    EXPECT_EQ(hook.priority(), 1);
+    EXPECT_EQ(raised, 0);
+
+    hook.setObjectName(QStringLiteral("name"));
+    EXPECT_EQ(raised, 1);
+}
+
 TEST_F(VantleHookType, TellsUnhandledAsPropertyAndMethod)
 {
     const QString expected = QStringLiteral("<vantleunhandled>");
@@ -249,6 +274,23 @@ TEST_F(VantleHookType, TellsTypesWrittenInQmlByTheirRawName)
     EXPECT_FALSE(hook.isCustomQmlType(wrapped(frame())));
     QObject compiled;
     EXPECT_FALSE(hook.isCustomQmlType(wrapped(&compiled)));
+}
+
+TEST_F(VantleHookType, TellsATypeWrittenInQmlFromItsOwnFile)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("Written.qml"));
+    writeFile(path, QStringLiteral("import QtQuick\nItem { property int extra }"));
+    QQmlComponent component(scene.engine.get(), QUrl::fromLocalFile(path));
+    const std::unique_ptr<QObject> object(component.create());
+    ASSERT_NE(object, nullptr) << qPrintable(component.errorString());
+    EXPECT_TRUE(hook.isCustomQmlType(wrapped(object.get())));
+
+    // The same for an extension that is asked about such an item.
+    extend({QStringLiteral("function isItemReady(item) { return !hook.isCustomQmlType(item) }")});
+    qobject_cast<QQuickItem *>(object.get())->setParentItem(panel());
+    EXPECT_FALSE(VantleQtQuickHook::isItemReady(qobject_cast<QQuickItem *>(object.get())));
+    EXPECT_TRUE(VantleQtQuickHook::isItemReady(frame()));
 }
 
 TEST_F(VantleHookType, KnowsIds)
