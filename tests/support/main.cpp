@@ -1,3 +1,4 @@
+#include "support/defaultlogger.h"
 #include "support/warningguard.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleTest(&argc, argv);
     QGuiApplication application(argc, argv);
+    VantleTest::installDefaultLogger();
     VantleTest::installWarningGuard();
     return RUN_ALL_TESTS();
 }
