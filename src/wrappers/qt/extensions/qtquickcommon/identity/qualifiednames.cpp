@@ -90,7 +90,8 @@ bool countOccurrences(QQuickItem *target, const QList<QQuickItem *> &candidates,
     while (walk.next()) {
         QQuickItem *const item = walk.item();
         findMismatchedProperties(item, properties, &mismatched);
-        if (mismatched.isEmpty())
+        // An item that died while it was compared is none that the lookup meets.
+        if (mismatched.isEmpty() && (!item || walk.item()))
             ++count;
         if (item == target)
             return true;

@@ -1,3 +1,4 @@
+#include "actingitem.h"
 #include "namesscene.h"
 
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemlookup.h"
@@ -9,6 +10,7 @@
 
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
+using VantleTest::ActingItem;
 
 namespace {
 
@@ -219,27 +221,6 @@ TEST_F(ItemLookup, DeepTreesAreWalkedToTheEnd)
         delete chain.takeLast();
 }
 
-namespace {
-
-/// Runs an action each time that its property is read.
-class ActingItem : public QQuickItem
-{
-    Q_OBJECT
-    Q_PROPERTY(int acting READ acting)
-
-public:
-    using QQuickItem::QQuickItem;
-    int acting() const
-    {
-        if (action)
-            action();
-        return 0;
-    }
-    std::function<void()> action;
-};
-
-} // namespace
-
 class HostileLookup : public ItemLookup
 {
 protected:
@@ -308,5 +289,3 @@ TEST_F(HostileLookup, GetterMayAddItems)
         delete item;
     qDeleteAll(root.childItems());
 }
-
-#include "tst_itemlookup.moc"
