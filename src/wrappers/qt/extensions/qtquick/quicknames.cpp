@@ -28,7 +28,8 @@ void setText(ObjectName *name, const QString &key, const QString &text)
 
 // The text of a property as it reads when the item is looked up. False if the
 // item has no such property.
-bool readOwnText(QQuickItem *item, const QByteArray &property, QString *text)
+// Getters run, as in all that takes the item as a guard: it may be gone afterwards.
+bool readOwnText(const QPointer<QQuickItem> &item, const QByteArray &property, QString *text)
 {
     const QVariant value = item->property(property);
     if (!value.isValid())
@@ -36,15 +37,17 @@ bool readOwnText(QQuickItem *item, const QByteArray &property, QString *text)
     // Enumerations are compared by number.
     const bool isEnumeration = value.metaType().flags().testFlag(QMetaType::IsEnumeration);
     *text = isEnumeration ? QString::number(value.toInt()) : value.toString();
-    if (property == "source")
+    if (item && property == "source")
         normalizeQuickUrlProperty(item, property, *text);
     return true;
 }
 
-void setFirstReadableText(ObjectName *name, QQuickItem *item)
+void setFirstReadableText(ObjectName *name, const QPointer<QQuickItem> &item)
 {
     for (const char *key : TextProperties) {
         QString text;
+        if (!item)
+            return;
         if (!readOwnText(item, key, &text) || text.isEmpty())
             continue;
         setText(name, QString::fromLatin1(key), text);
@@ -70,7 +73,7 @@ QString declaredId(QObject *object)
 }
 
 // The properties that tell items apart in most programs.
-ObjectName usualName(QQuickItem *item)
+ObjectName usualName(const QPointer<QQuickItem> &item)
 {
     ObjectName name;
     setText(&name, QStringLiteral("type"), QString::fromUtf8(scriptTypeName(item->metaObject())));
@@ -82,14 +85,14 @@ ObjectName usualName(QQuickItem *item)
         setText(&name, QStringLiteral("objectName"), item->objectName());
     if (id.isEmpty() && item->objectName().isEmpty())
         setFirstReadableText(&name, item);
-    if (item->isVisible())
+    if (item && item->isVisible())
         setText(&name, QStringLiteral("visible"), QStringLiteral("true"));
     return name;
 }
 
 // The text of a property that an extension wants in the name. False where
 // neither the item nor an extension has one.
-bool readText(QQuickItem *item, const QString &key, QString *text)
+bool readText(const QPointer<QQuickItem> &item, const QString &key, QString *text)
 {
     if (key == QLatin1String("type")) {
         *text = QString::fromUtf8(scriptTypeName(item->metaObject()));
@@ -152,7 +155,8 @@ QObject *containerOf(QQuickItem *item)
 ObjectName QuickItemNameSource::objectName(QObject *object) const
 {
     const QPointer<QQuickItem> item(static_cast<QQuickItem *>(object));
-    ObjectName name = extendedName(item, usualName(item));
+    const ObjectName usual = usualName(item);
+    ObjectName name = item ? extendedName(item, usual) : ObjectName();
     if (!item || name.isEmpty())
         return {};
     if (QObject *const container = containerOf(item))

@@ -3,6 +3,8 @@
 #include "hook/objectname.h"
 
 #include <QtCore/QMap>
+#include <QtCore/QPointer>
+#include <QtCore/QUrl>
 
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
@@ -10,6 +12,41 @@ using namespace Vantle::QtWrapper;
 namespace {
 
 using Texts = QMap<QString, QString>;
+
+/// Destroys itself as it is read, like a program's item that is only asked for
+/// its text once it is done.
+class MortalText : public QQuickItem
+{
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text)
+
+public:
+    using QQuickItem::QQuickItem;
+    QString text()
+    {
+        delete this;
+        return QStringLiteral("last words");
+    }
+};
+
+/// The same, at the given reading of its source.
+class MortalSource : public QQuickItem
+{
+    Q_OBJECT
+    Q_PROPERTY(QUrl source READ source)
+
+public:
+    MortalSource(QQuickItem *parent, int lives) : QQuickItem(parent), m_lives(lives) {}
+    QUrl source()
+    {
+        if (--m_lives == 0)
+            delete this;
+        return QUrl(QStringLiteral("file:///app/a.png"));
+    }
+
+private:
+    int m_lives;
+};
 
 class QuickNames : public VantleTest::QuickScene
 {
@@ -191,6 +228,31 @@ TEST_F(QuickNames, DeadItemHasNoName)
     EXPECT_TRUE(Application::self()->nameGenerator()->objectName(dead, false).isEmpty());
 }
 
+TEST_F(QuickNames, ItemThatDiesAsItsTextIsReadHasNoName)
+{
+    load("import QtQuick\nWindow {}");
+    const QPointer<QQuickItem> item = new MortalText(window()->contentItem());
+    const SharedPtr<Object> wrapper = wrap(item);
+    EXPECT_TRUE(name(item).isEmpty());
+    EXPECT_TRUE(item.isNull());
+    EXPECT_EQ(wrapper->scriptName(), QString());
+
+    const SharedPtr<Object> next = wrap(new MortalText(window()->contentItem()));
+    EXPECT_EQ(next->scriptName(), QString());
+    EXPECT_TRUE(next->isNull());
+}
+
+TEST_F(QuickNames, ItemThatDiesAsItsSourceIsReadHasNoName)
+{
+    load("import QtQuick\nWindow {}");
+    // It is read as a text first and as a URL then.
+    for (int lives : {1, 2}) {
+        const QPointer<QQuickItem> item = new MortalSource(window()->contentItem(), lives);
+        EXPECT_TRUE(name(item).isEmpty()) << lives;
+        EXPECT_TRUE(item.isNull()) << lives;
+    }
+}
+
 TEST_F(QuickNames, WholeNameReadsAsASelector)
 {
     load("import QtQuick\nWindow { id: main; Text { text: 'Save as…' } }");
@@ -250,3 +312,5 @@ TEST_F(QuickNames, EqualWindowsAreNumberedInTheirItemsContainers)
     const ObjectName container(name(&item).value(QStringLiteral("container")));
     EXPECT_EQ(container.occurrenceValue(), 2);
 }
+
+#include "tst_quicknames.moc"

@@ -4,6 +4,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibraryInfo>
 #include <QtCore/QMetaProperty>
+#include <QtCore/QPointer>
 #include <QtCore/QUrl>
 #include <QtCore/QVersionNumber>
 #include <QtQml/QQmlContext>
@@ -84,10 +85,18 @@ Name nameInContextObject(const QObject *contextObject, const QQuickItem *item, c
 {
     if (!contextObject)
         return std::nullopt;
+    // A getter may destroy either of them.
+    const QPointer<const QObject> contextGuard(contextObject);
+    const QPointer<const QQuickItem> itemGuard(item);
     for (const QMetaObject *type = contextObject->metaObject(); type; type = type->superClass()) {
         for (int i = type->propertyOffset(); i < type->propertyCount(); ++i) {
             const QMetaProperty property = type->property(i);
-            if (canHold(property, item) && property.read(contextObject) == itemValue)
+            if (!canHold(property, item))
+                continue;
+            const bool isHeld = property.read(contextObject) == itemValue;
+            if (!contextGuard || !itemGuard)
+                return std::nullopt;
+            if (isHeld)
                 return QString::fromUtf8(property.name());
         }
     }
@@ -137,12 +146,14 @@ QString idForQuickItem(QQuickItem *item)
 
 bool normalizeQuickUrlProperty(QQuickItem *item, const char *name, QString &value)
 {
+    const QPointer<QQuickItem> guard(item);
     const QVariant variant = item->property(name);
     if (variant.metaType() != QMetaType::fromType<QUrl>())
         return false;
     const QUrl url = variant.toUrl();
     value = url.toString();
-    const QQmlContext *context = url.isLocalFile() ? QQmlEngine::contextForObject(item) : nullptr;
+    // The getter may have destroyed the item, and what is left then is the URL.
+    const QQmlContext *context = guard && url.isLocalFile() ? QQmlEngine::contextForObject(guard) : nullptr;
     if (!context || !context->baseUrl().isLocalFile())
         return true;
 

@@ -12,7 +12,9 @@
 #include <QtQuick/private/qquickflickable_p.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
+#include <utility>
 
 using Vantle::QtWrapper::idForQuickItem;
 
@@ -110,7 +112,15 @@ class Witness : public QQuickItem
 
 public:
     QObject *anyObject() const { return ++objectReads, nullptr; }
-    QQuickItem *anyItem() const { return ++itemReads, held; }
+    QQuickItem *anyItem() const
+    {
+        ++itemReads;
+        QQuickItem *const item = held;
+        // A copy, since it may destroy the context object.
+        if (const std::function<void()> running = onItemRead)
+            running();
+        return item;
+    }
     QQuickFlickable *flickable() const { return ++otherReads, nullptr; }
     QQuickWindow *ownWindow() const { return ++otherReads, nullptr; }
     QVariant variant() const { return ++otherReads, QVariant::fromValue<QObject *>(held); }
@@ -118,6 +128,7 @@ public:
     int number() const { return ++otherReads, 0; }
 
     QQuickItem *held = nullptr;
+    std::function<void()> onItemRead;
     mutable int objectReads = 0;
     mutable int itemReads = 0;
     mutable int otherReads = 0;
@@ -279,6 +290,56 @@ TEST(ItemIds, readNoPropertyThatCannotHoldTheItem)
     witness.held = &item;
     EXPECT_EQ(idForQuickItem(&item), QStringLiteral("anyItem"));
     EXPECT_EQ(idForQuickItem(&item), nameFromQt(&item));
+}
+
+TEST(ItemIds, areContextPropertiesBeforePropertiesOfTheContextObject)
+{
+    QQmlEngine engine;
+    QQmlContext context(engine.rootContext());
+    Witness witness;
+    QQuickItem item;
+    witness.held = &item;
+    context.setContextObject(&witness);
+    QQmlEngine::setContextForObject(&item, &context);
+    EXPECT_EQ(idForQuickItem(&item), QStringLiteral("anyItem"));
+    EXPECT_EQ(idForQuickItem(&item), nameFromQt(&item));
+
+    context.setContextProperty(QStringLiteral("tool"), &item);
+    EXPECT_EQ(idForQuickItem(&item), QStringLiteral("tool"));
+    EXPECT_EQ(idForQuickItem(&item), nameFromQt(&item));
+}
+
+TEST(ItemIds, areEmptyWhereAGetterDestroysTheContextObject)
+{
+    QQmlEngine engine;
+    QQmlContext context(engine.rootContext());
+    for (const bool isHeld : {false, true}) {
+        auto *witness = new Witness;
+        QQuickItem item;
+        witness->held = isHeld ? &item : nullptr;
+        witness->onItemRead = [&witness] { delete std::exchange(witness, nullptr); };
+        context.setContextObject(witness);
+        QQmlEngine::setContextForObject(&item, &context);
+        EXPECT_TRUE(idForQuickItem(&item).isEmpty());
+        EXPECT_EQ(witness, nullptr);
+    }
+}
+
+TEST(ItemIds, areEmptyWhereAGetterDestroysTheItem)
+{
+    QQmlEngine engine;
+    QQmlContext context(engine.rootContext());
+    for (const bool isHeld : {false, true}) {
+        Witness witness;
+        auto *item = new QQuickItem;
+        witness.held = isHeld ? item : nullptr;
+        witness.onItemRead = [&item] { delete std::exchange(item, nullptr); };
+        context.setContextObject(&witness);
+        QQmlEngine::setContextForObject(item, &context);
+        EXPECT_TRUE(idForQuickItem(item).isEmpty());
+        EXPECT_EQ(item, nullptr);
+        EXPECT_EQ(witness.otherReads, 0) << "nothing is left to be held";
+    }
 }
 
 TEST(ItemIds, readNoPropertyOnceTheIdIsKnown)

@@ -1,3 +1,4 @@
+#include "actingitem.h"
 #include "namesscene.h"
 
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemproperties_p.h"
@@ -5,9 +6,11 @@
 #include <QtCore/QStringList>
 
 #include <optional>
+#include <utility>
 
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
+using VantleTest::ActingItem;
 
 namespace {
 
@@ -115,6 +118,22 @@ TEST_F(ItemProperties, SourceThatIsNoUrlStaysAsItIs)
     EXPECT_EQ(read(find("it"), "source"), text("file:///app/qml/a.png"));
 }
 
+TEST_F(ItemProperties, GetterOfTheSourceMayDestroyItsItem)
+{
+    // The source is read twice, and the item may go at either time.
+    for (int lastRead : {1, 2}) {
+        auto *item = new ActingItem;
+        item->file = QUrl(QStringLiteral("file:///app/a.png"));
+        int reads = 0;
+        item->action = [&item, &reads, lastRead] {
+            if (++reads == lastRead)
+                delete std::exchange(item, nullptr);
+        };
+        EXPECT_EQ(read(item, "source"), text("file:///app/a.png")) << lastRead;
+        EXPECT_EQ(item, nullptr) << lastRead;
+    }
+}
+
 TEST_F(ItemProperties, WhatNobodyKnowsIsNotRead)
 {
     load(Subject);
@@ -122,6 +141,17 @@ TEST_F(ItemProperties, WhatNobodyKnowsIsNotRead)
     EXPECT_EQ(read(find("it"), ""), std::nullopt);
     EXPECT_EQ(read(find("it"), "größe"), std::nullopt);
     EXPECT_EQ(read(find("it"), "日本"), std::nullopt);
+}
+
+TEST_F(ItemProperties, NamesOfPropertiesAreLatin1)
+{
+    QQuickItem item;
+    item.setProperty(QStringLiteral("größe").toLatin1(), 5);
+    EXPECT_EQ(read(&item, "größe"), text("5"));
+
+    QQuickItem other;
+    other.setProperty(QStringLiteral("größe").toUtf8(), 5);
+    EXPECT_EQ(read(&other, "größe"), std::nullopt);
 }
 
 TEST_F(ItemProperties, UndefinedIsAsIfThePropertyWereNotThere)
