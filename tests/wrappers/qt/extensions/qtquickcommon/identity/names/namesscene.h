@@ -44,13 +44,18 @@ class ScriptedNames : public Vantle::QtWrapper::NameSource
 {
 public:
     using Naming = std::function<Vantle::ObjectName(QObject *)>;
-    explicit ScriptedNames(Naming naming) : m_naming(std::move(naming)) {}
+    explicit ScriptedNames(Naming naming, QString own = QStringLiteral("real name"))
+        : m_naming(std::move(naming))
+        , m_own(std::move(own))
+    {
+    }
 
     Vantle::ObjectName objectName(QObject *object) const override { return m_naming(object); }
-    QString realName(QObject *) const override { return QStringLiteral("real name"); }
+    QString realName(QObject *) const override { return m_own; }
 
 private:
     Naming m_naming;
+    QString m_own;
 };
 
 /// A QML document in a host that names and finds its items.
@@ -94,11 +99,11 @@ protected:
             Vantle::QtWrapper::Application::self()->objectForName(name, problem));
     }
 
-    void nameItemsBy(ScriptedNames::Naming naming)
+    void nameItemsBy(ScriptedNames::Naming naming, const QString &own = QStringLiteral("real name"))
     {
-        m_application.nameGenerator()->registerSource(
-            Vantle::QtWrapper::classForMetaObject(&QQuickItem::staticMetaObject),
-            std::make_unique<ScriptedNames>(std::move(naming)));
+        m_application.nameGenerator()->registerSource(Vantle::QtWrapper::classForMetaObject(
+                                                          &QQuickItem::staticMetaObject),
+                                                      std::make_unique<ScriptedNames>(std::move(naming), own));
     }
     /// Every item gets the name \p selector.
     void nameItems(const QString &selector)

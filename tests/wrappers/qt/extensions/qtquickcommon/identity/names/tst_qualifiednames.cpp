@@ -113,6 +113,23 @@ TEST_F(QualifiedNames, NameOfAnInvisibleItemEntersInvisibleOnes)
     EXPECT_EQ(name(find("insideHidden")), selector("[n=\"3\"]:hidden:nth(2)"));
 }
 
+TEST_F(QualifiedNames, InvisibleItemsThatFitCountAlsoWhereTheyAreNotEntered)
+{
+    load(R"(
+        import QtQuick
+        Window {
+            title: "Main"
+            Item { visible: false; property int n: 1; Item { property int n: 1 } }
+            Item { visible: false; property int n: 1; Item { property int n: 1 } }
+            Item { objectName: "target"; visible: false; property int n: 1 }
+        })");
+    // Not a plain "false", so it does not say that invisible items are entered.
+    nameItems(selector("[n=\"1\"][visible*=\"alse\"]"));
+    EXPECT_EQ(ObjectName(name(find("target"))).occurrenceValue(), 3);
+    nameItems(selector("[n=\"1\"]:hidden"));
+    EXPECT_EQ(ObjectName(name(find("target"))).occurrenceValue(), 5);
+}
+
 TEST_F(QualifiedNames, NameWithoutVisibilityEntersInvisibleItems)
 {
     load(EqualButtons);
@@ -263,6 +280,50 @@ TEST_F(QualifiedNames, NameIsNeverStale)
     item->stackBefore(roots().at(0));
     roots().at(1)->setProperty("text", QStringLiteral("x"));
     EXPECT_EQ(ObjectName(name(item)).occurrenceValue(), 1);
+}
+
+TEST_F(QualifiedNames, AreRememberedForTheRunThatTheyAreMadeIn)
+{
+    load(EqualButtons);
+    nameItems(selector("[n=\"1\"]"));
+    const ObjectName second(selector("[n=\"1\"]:nth(2)"));
+    {
+        const ObjectNameCacheHolder run;
+        EXPECT_TRUE(run.cache().objectFor(second).isNull());
+        EXPECT_EQ(name(find("b")), second.qualifiedName());
+        EXPECT_EQ(nativeQObject(run.cache().objectFor(second)), find("b"));
+        EXPECT_TRUE(run.cache().objectFor(ObjectName(selector("[n=\"1\"]"))).isNull());
+    }
+    const ObjectNameCacheHolder next;
+    EXPECT_TRUE(next.cache().objectFor(second).isNull());
+}
+
+TEST_F(QualifiedNames, AreRememberedByTheirAliasOnly)
+{
+    load(EqualButtons);
+    QString error;
+    Application::self()->setNames(
+        NamesFile::parse(R"json({"second": "WindowQmlImpl[title=\"Main\"] [n=\"1\"]:nth(2)"})json", &error));
+    ASSERT_EQ(error, QString());
+    nameItems(selector("[n=\"1\"]"));
+    const ObjectNameCacheHolder run;
+    EXPECT_EQ(name(find("b")), QStringLiteral("@second"));
+    EXPECT_EQ(nativeQObject(run.cache().objectFor(ObjectName(QStringLiteral("@second")))), find("b"));
+    EXPECT_TRUE(run.cache().objectFor(ObjectName(selector("[n=\"1\"]:nth(2)"))).isNull());
+}
+
+TEST_F(QualifiedNames, OfTheHostsOwnAreNotRemembered)
+{
+    load(EqualButtons);
+    const QString gone = QStringLiteral("Window[title=\"gone\"] Button");
+    const ObjectNameCacheHolder run;
+    for (const QString &generated : {QStringLiteral("Button"), gone}) {
+        nameItemsBy([generated](QObject *) { return ObjectName(generated); }, QStringLiteral("Button#own"));
+        EXPECT_EQ(name(find("b")), QStringLiteral("Button#own"));
+        EXPECT_TRUE(run.cache().objectFor(ObjectName(generated)).isNull());
+        EXPECT_TRUE(run.cache().objectFor(ObjectName(QStringLiteral("Button#own"))).isNull());
+    }
+    expectedWarnings = {"qualifiedItemName: failed to find container for generated name (Window[title=\"gone\"])."};
 }
 
 TEST_F(QualifiedNames, ChildItemsOfAContainerComeInOrderAndWithoutOthers)
