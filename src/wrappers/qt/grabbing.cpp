@@ -17,12 +17,19 @@ bool showsTheRealScreen()
     return QGuiApplication::platformName() == QLatin1String("xcb");
 }
 
+// Only compares edges: a rectangle that was no number at all lies at the end of
+// the integers, where sums and differences don't fit.
+bool reachesInto(const QRect &region, const QSize &window)
+{
+    return !region.isEmpty() && region.right() >= 0 && region.bottom() >= 0 && region.left() < window.width()
+        && region.top() < window.height();
+}
+
 } // namespace
 
 bool isWindowGrabbable(QWindow *window, const QRect &region)
 {
-    return window && window->isVisible() && window->isExposed()
-        && !region.intersected(QRect(QPoint(0, 0), window->size())).isEmpty();
+    return window && window->isVisible() && window->isExposed() && reachesInto(region, window->size());
 }
 
 QPixmap nativeGrabWindow(QWindow *window, const QRect &region)

@@ -13,6 +13,8 @@
 #include <QtGui/QPixmap>
 #include <QtGui/QWindow>
 
+#include <limits>
+
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
 
@@ -64,6 +66,26 @@ TEST_F(Grabbing, SomeOfTheRegionMustLieInTheWindow)
     EXPECT_FALSE(isWindowGrabbable(&window, QRect(0, 50, 10, 10)));
     EXPECT_FALSE(isWindowGrabbable(&window, QRect(10, 10, 0, 10)));
     EXPECT_FALSE(isWindowGrabbable(&window, QRect()));
+}
+
+TEST_F(Grabbing, RegionsAtTheEndOfTheIntegersAreComparedWithoutOverflow)
+{
+    constexpr int lowest = std::numeric_limits<int>::min();
+    constexpr int highest = std::numeric_limits<int>::max();
+    show();
+    EXPECT_TRUE(isWindowGrabbable(&window, QRect(QPoint(lowest, lowest), QPoint(highest, highest))));
+    EXPECT_TRUE(isWindowGrabbable(&window, QRect(QPoint(99, 49), QPoint(highest, highest))));
+    EXPECT_FALSE(isWindowGrabbable(&window, QRect(QPoint(lowest, lowest), QPoint(-1, highest))));
+    EXPECT_FALSE(isWindowGrabbable(&window, QRect(QPoint(highest, 0), QPoint(highest, 10))));
+    EXPECT_FALSE(isWindowGrabbable(&window, QRect(QPoint(lowest, lowest), QPoint(lowest, lowest))));
+    EXPECT_FALSE(isWindowGrabbable(&window, QRect(QPoint(highest, highest), QPoint(lowest, lowest))));
+}
+
+TEST_F(Grabbing, RegionsWithoutASizeAreRefused)
+{
+    show();
+    for (const QSize &size : {QSize(0, 10), QSize(10, 0), QSize(-5, 10), QSize(10, -5), QSize(-5, -5)})
+        EXPECT_FALSE(isWindowGrabbable(&window, QRect(QPoint(20, 20), size))) << size.width() << ' ' << size.height();
 }
 
 TEST_F(Grabbing, NativePictureExistsOnRealScreensOnly)

@@ -26,12 +26,18 @@ SharedPtr<Object> failForNull(const SharedPtr<Object> &object)
                     .arg(object ? object->className() : QString()));
 }
 
-/// The region of \p item in \p renderWindow, which shows the item's window at \p offset.
+/// The region of \p item in \p renderWindow, which shows the item's window at
+/// \p offset; empty for an item that can't be seen there.
 QRect visibleRegion(const QQuickItem *item, const QWindow *renderWindow, const QPoint &offset)
 {
     const QRectF inScene = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
     const QRectF window(0, 0, renderWindow->width(), renderWindow->height());
-    return inScene.translated(offset).intersected(window).toRect();
+    const QRectF visible = inScene.translated(offset).intersected(window);
+    // The size of an item may be no number. What is left of it when it was
+    // rotated is none either, and there is no rectangle of integers for that.
+    const bool isRectangle = qIsFinite(visible.x()) && qIsFinite(visible.y()) && qIsFinite(visible.width())
+        && qIsFinite(visible.height());
+    return isRectangle ? visible.toRect() : QRect();
 }
 
 /// \p region in device pixels. Corner and size are rounded each for itself, so

@@ -5,8 +5,12 @@
 #include "support/waiting.h"
 #include "wrappers/qt/wrapping.h"
 
+#include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPixmap>
 #include <QtQuick/QQuickWindow>
+
+#include <vector>
 
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
@@ -53,11 +57,49 @@ TEST_F(RenderedPictures, HaveCornerAndSizeRoundedToDevicePixels)
         {1.5, {0, 0, 3, 1}, {0, 0, 5, 2}},       {1.5, {3, 1, 5, 7}, {5, 2, 8, 11}},
         {1.5, {-3, -1, 9, 9}, {-5, -2, 14, 14}},
     };
+    int compared = 0;
     for (const Case &one : cases) {
         if (qFuzzyCompare(one.ratio, ratio())) {
             EXPECT_EQ(regionPicture(one.region), whole.copy(one.inPixels)) << one.region.x() << ' ' << one.ratio;
+            ++compared;
         }
     }
+    EXPECT_GT(compared, 0);
+}
+
+TEST_F(RenderedPictures, AreMadeAtTheRatioThatTheTestAsksFor)
+{
+    show("Item {}");
+    bool isSet = false;
+    const qreal wanted = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble(&isSet);
+    EXPECT_EQ(ratio(), isSet ? wanted : 1.0);
+}
+
+TEST_F(RenderedPictures, HaveNoRatioOfDevicePixels)
+{
+    show("Item { objectName: 'item'; width: 10; height: 10 }");
+    const SharedPtr<Object> result = grab(find("item"));
+    void *value = nullptr;
+    ASSERT_TRUE(result && result->get(&value));
+    EXPECT_EQ(static_cast<QPixmap *>(value)->devicePixelRatio(), 1.0);
+}
+
+TEST_F(RenderedPictures, AreTakenWhileTheCursorIsHidden)
+{
+    show("Item { objectName: 'item'; width: 10; height: 10 }");
+    std::vector<Qt::CursorShape> shapes;
+    const auto noteCursor = [&shapes] {
+        const QCursor *const cursor = QGuiApplication::overrideCursor();
+        shapes.push_back(cursor ? cursor->shape() : Qt::LastCursor);
+    };
+    // Between the two, the window is rendered.
+    for (const auto stage : {&QQuickWindow::beforeSynchronizing, &QQuickWindow::afterRendering})
+        QObject::connect(window.get(), stage, window.get(), noteCursor, Qt::DirectConnection);
+    const SharedPtr<Object> result = grab(find("item"));
+    window->disconnect();
+    EXPECT_FALSE(pictureOf(result).isNull());
+    EXPECT_EQ(shapes, (std::vector{Qt::BlankCursor, Qt::BlankCursor}));
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(RenderedPictures, OfAPlainWindowAreNullPixmaps)

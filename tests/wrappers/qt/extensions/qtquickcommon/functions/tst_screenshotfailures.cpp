@@ -79,6 +79,21 @@ TEST_F(ScreenshotFailures, NegativeSizesPassTheTestOfTheSize)
     EXPECT_EQ(pictureOf(result).size(), pixels(20, 30));
 }
 
+TEST_F(ScreenshotFailures, SizeThatIsNoNumberPassesTheTestOfTheSize)
+{
+    show("Item { objectName: 'item'; x: 60; y: 60; implicitWidth: NaN; height: 40 }");
+    QQuickItem *const item = find("item");
+    ASSERT_TRUE(qIsNaN(item->width()));
+    const SharedPtr<Object> result = grab(item);
+    EXPECT_EQ(Inspector::self()->takeError(), QString());
+    // Nothing ends it on the right but the window.
+    ASSERT_FALSE(result.isNull());
+    EXPECT_EQ(pictureOf(result).size(), pixels(window->width() - 60, 40));
+
+    item->setRotation(45);
+    expectError(grab(item), "");
+}
+
 TEST_F(ScreenshotFailures, ItemInNoWindowIsReported)
 {
     QQuickItem item;

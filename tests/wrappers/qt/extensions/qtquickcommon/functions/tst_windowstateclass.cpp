@@ -8,8 +8,36 @@
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
 
+#include <cstdlib>
+#include <new>
+
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
+
+namespace {
+
+int allocations = 0;
+
+} // namespace
+
+// Counts what is created.
+void *operator new(std::size_t size)
+{
+    ++allocations;
+    if (void *const memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void *memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void *memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
 
 TEST(WindowStates, AreTheOnlyMemberOfTheirClass)
 {
@@ -46,8 +74,16 @@ TEST(WindowStates, HaveFiveValuesAndAClosingItemThatScriptsDoNotSee)
 TEST(WindowStates, OtherIndicesGiveNothing)
 {
     const WindowStateClass type;
-    for (int index : {-1, 1, 4, 1000})
-        EXPECT_EQ(type.createEnum(index), nullptr) << index;
+    for (int index : {-1, 1, 4, 1000}) {
+        const int before = allocations;
+        const Enum *const nothing = type.createEnum(index);
+        const int after = allocations;
+        EXPECT_EQ(nothing, nullptr) << index;
+        EXPECT_EQ(after, before) << index;
+    }
+    const int before = allocations;
+    type.createEnum(0);
+    EXPECT_GT(allocations, before) << "the test would not notice";
 }
 
 TEST(WindowStates, AreWhatIntegersTurnInto)
