@@ -176,6 +176,30 @@ TEST_F(IgnoredItems, WithTheFocusUpToTheContentItemLeaveNone)
     EXPECT_TRUE(quickWindowFocusProxy(shown).isNull());
 }
 
+TEST_F(IgnoredItems, ThatDieWithTheFocusLeaveItToTheScopeAroundThem)
+{
+    show(ignoring("if (name === \"mortal\") program.kill(item)\n"), R"(
+        FocusScope { objectName: "scope"; focus: true
+            Item {
+                Item { objectName: "mortal"; focus: true }
+            }
+        })");
+    ASSERT_EQ(shown->activeFocusItem(), named("mortal"));
+    EXPECT_EQ(firstNonIgnoredFocusItem(shown), named("scope"));
+    EXPECT_EQ(shown->findChild<QQuickItem *>(QStringLiteral("mortal")), nullptr);
+}
+
+TEST_F(IgnoredItems, ThatDieWithTheirScopeLeaveNone)
+{
+    scene.program.action = [this] { delete shown->findChild<QQuickItem *>(QStringLiteral("scope")); };
+    show(ignoring("program.act()"), R"(
+        FocusScope { objectName: "scope"; focus: true
+            Item { objectName: "inside"; focus: true }
+        })");
+    ASSERT_EQ(shown->activeFocusItem(), named("inside"));
+    EXPECT_EQ(firstNonIgnoredFocusItem(shown), nullptr);
+}
+
 TEST_F(IgnoredItems, ThatDieWithTheFocusLeaveNone)
 {
     show(ignoring("program.kill(item)\n return false\n"), R"(Item { objectName: "mortal"; focus: true })");

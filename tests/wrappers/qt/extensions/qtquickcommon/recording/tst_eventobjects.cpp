@@ -4,6 +4,12 @@
 #include "translationfixture.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QMoveEvent>
+#include <QtGui/QResizeEvent>
+#include <QtGui/QTouchEvent>
+
+#include <functional>
+#include <utility>
 
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
@@ -21,6 +27,7 @@ public:
     QRect area{0, 0, -1, -1};
     QString reason;
     bool diesWhenAsked = false;
+    std::function<void()> onAsked; ///< once
 };
 
 /// Deeper than Node, but without delegates of its own.
@@ -64,6 +71,8 @@ public:
     {
         Node *node = toNode(object);
         const QString reason = node->reason;
+        if (const std::function<void()> action = std::exchange(node->onAsked, nullptr))
+            action();
         if (node->diesWhenAsked)
             delete node;
         return reason;
@@ -214,6 +223,54 @@ TEST_F(EventObjects, GestureOnAnObjectWithoutGeometryHasNoArea)
     EXPECT_EQ(record.touch.areaWidth, 0);
     EXPECT_EQ(record.touch.areaHeight, 0);
     EXPECT_EQ(nativeQObject(record.object), &leaf);
+}
+
+TEST_F(EventObjects, EventsThatAreTranslatedWithinAnotherComeBeforeIt)
+{
+    const auto isRecorded = [this](QEvent &event) {
+        SyntheticEvent record;
+        return qtEventToSyntheticEvent(&outer, &event, &record);
+    };
+    QResizeEvent resize(QSize(30, 30), QSize(20, 20));
+    QMoveEvent move(QPoint(3, 4), QPoint(1, 2));
+    QEvent timer(QEvent::Timer);
+    ASSERT_FALSE(isRecorded(timer));
+
+    int nested = 0;
+    outer.onAsked = [&] {
+        ++nested;
+        EXPECT_TRUE(isRecorded(move)) << "the resize is not over yet";
+    };
+    EXPECT_TRUE(isRecorded(resize));
+    EXPECT_FALSE(isRecorded(move)) << "it is the resize that was over last";
+    EXPECT_TRUE(isRecorded(move));
+
+    outer.onAsked = [&] {
+        ++nested;
+        EXPECT_TRUE(isRecorded(resize));
+    };
+    EXPECT_TRUE(isRecorded(move));
+    EXPECT_TRUE(isRecorded(move)) << "a move was over last";
+    EXPECT_EQ(nested, 2);
+}
+
+TEST_F(EventObjects, FingersThatAreLiftedWithinABeginEndItsSequence)
+{
+    outer.onAsked = [this] {
+        QTouchEvent cancel(QEvent::TouchCancel);
+        SyntheticEvent record;
+        EXPECT_TRUE(qtEventToSyntheticEvent(&outer, &cancel, &record));
+    };
+    const QEventPoint finger(5, QEventPoint::Pressed, QPointF(1, 2), QPointF(1, 2));
+    QTouchEvent begin(QEvent::TouchBegin, nullptr, Qt::NoModifier, {finger});
+    SyntheticEvent record;
+    ASSERT_TRUE(qtEventToSyntheticEvent(&outer, &begin, &record));
+    EXPECT_EQ(record.touch.primaryIndex, 0u);
+
+    QTouchEvent update(QEvent::TouchUpdate, nullptr, Qt::NoModifier, {finger});
+    SyntheticEvent next;
+    ASSERT_TRUE(qtEventToSyntheticEvent(&outer, &update, &next));
+    EXPECT_GE(next.touch.primaryIndex, next.touch.points.size());
 }
 
 #include "tst_eventobjects.moc"

@@ -8,6 +8,7 @@
 #include "wrappers/qt/bynamefunctions.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/currenttime.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/qualifiednames.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qtalarmclock.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
 #include "wrappers/qt/wrapping.h"
@@ -17,6 +18,8 @@
 
 #include <QtCore/QAbstractEventDispatcher>
 #include <QtCore/QElapsedTimer>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QStyleHints>
@@ -376,6 +379,16 @@ private:
     SharedPtr<QtEventRecorder> m_recorder;
 };
 
+/// Names items by type and object name, wherever they are.
+class NamesWithoutContainer : public NameSource
+{
+public:
+    ObjectName objectName(QObject *item) const override
+    {
+        return ObjectName(QStringLiteral("MouseArea[objectName=\"%1\"]").arg(item->objectName()));
+    }
+};
+
 class RecordingAScene : public EventRecording
 {
 protected:
@@ -418,6 +431,27 @@ protected:
 
     QQuickItem *item(const char *name) const { return view.rootObject()->findChild<QQuickItem *>(QLatin1String(name)); }
     QString nameOf(const char *name) const { return wrapAndRegisterQObject(item(name))->scriptName(); }
+
+    void setAlias(const QString &alias, const QString &name)
+    {
+        QString error;
+        const QJsonObject aliases{{alias, name}};
+        application->setNames(NamesFile::parse(QJsonDocument(aliases).toJson(), &error));
+        ASSERT_EQ(error, QString());
+    }
+    /// Records a click as the window system reports it.
+    void clickInto(QWindow *window, int x, int y)
+    {
+        const QPointF local(x, y);
+        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+            QMouseEvent event(type, local, local, QPointF(window->mapToGlobal(QPoint(x, y))), Qt::LeftButton,
+                              Qt::NoButton, Qt::NoModifier);
+            SyntheticEvent record;
+            ASSERT_TRUE(qtEventToSyntheticEvent(window, &event, &record));
+            QtEventRecorder::instance()->eatEvent(record);
+        }
+        QtEventRecorder::instance()->flushEventQueue();
+    }
 
     QQuickView view;
     std::unique_ptr<Host> host;
@@ -475,6 +509,40 @@ TEST_F(RecordingAScene, TypedTextBecomesAStatementOfTheFocusItem)
     EXPECT_EQ(item("input")->property("text").toString(), QStringLiteral("ab"));
     EXPECT_EQ(methods, Methods{typeByNameFn()});
     EXPECT_EQ(names.front(), input);
+}
+
+TEST_F(RecordingAScene, ClickOnAPlainWindowIsWrittenByTheWindowsAlias)
+{
+    QWindow window;
+    window.setTitle(QStringLiteral("Plain"));
+    window.setGeometry(400, 50, 50, 50);
+    window.show();
+    ASSERT_TRUE(VantleTest::waitUntil([&] { return window.isExposed(); }));
+    setAlias(QStringLiteral("plain"), wrapAndRegisterQObject(&window)->scriptName());
+    clickInto(&window, 5, 5);
+    EXPECT_EQ(methods, Methods{mouseClickOCBByNameFn()});
+    EXPECT_EQ(names, std::vector<QString>{QStringLiteral("@plain")});
+}
+
+TEST_F(RecordingAScene, ClickOnAnItemIsWrittenByTheItemsAlias)
+{
+    setAlias(QStringLiteral("area"), nameOf("area"));
+    EXPECT_EQ(nameOf("area"), QStringLiteral("@area"));
+    clickInto(&view, 30, 40);
+    EXPECT_EQ(methods, Methods{mouseClickOCBByNameFn()});
+    EXPECT_EQ(names, std::vector<QString>{QStringLiteral("@area")});
+}
+
+TEST_F(RecordingAScene, ClickOnAnItemWithoutContainerIsWrittenByItsAlias)
+{
+    application->nameGenerator()->registerSource(classForMetaObject(&QQuickItem::staticMetaObject),
+                                                 std::make_unique<NamesWithoutContainer>());
+    setAlias(QStringLiteral("area"), QStringLiteral("MouseArea[objectName=\"area\"]"));
+    EXPECT_EQ(qualifiedQuickItemName(wrapAndRegisterQObject(item("area"))),
+              QStringLiteral("MouseArea[objectName=\"area\"]"));
+    clickInto(&view, 30, 40);
+    EXPECT_EQ(methods, Methods{mouseClickOCBByNameFn()});
+    EXPECT_EQ(names, std::vector<QString>{QStringLiteral("@area")});
 }
 
 TEST_F(RecordingAScene, AFinishedClickIsRecordedAfterTheWindowHasGone)

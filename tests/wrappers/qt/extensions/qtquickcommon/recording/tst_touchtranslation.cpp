@@ -177,6 +177,30 @@ TEST_F(TouchTranslation, ANewBeginReplacesThePrimaryFinger)
     EXPECT_EQ(result.touch.primaryIndex, 1u);
 }
 
+TEST_F(TouchTranslation, TheFirstOfTwoFingersWithThePrimaryIdCounts)
+{
+    ASSERT_TRUE(touch(QEvent::TouchBegin, {finger(5, 150, 150)}));
+    ASSERT_TRUE(touch(QEvent::TouchUpdate, {finger(6, 150, 150), finger(5, 25, 40), finger(5, 150, 150)}));
+    EXPECT_EQ(result.touch.primaryIndex, 1u);
+    EXPECT_EQ(recordedObject(), item);
+
+    ASSERT_TRUE(touch(QEvent::TouchEnd, {finger(5, 150, 150), finger(5, 25, 40)}));
+    EXPECT_EQ(result.touch.primaryIndex, 0u);
+    EXPECT_EQ(recordedObject(), window.get());
+}
+
+TEST_F(TouchTranslation, EndWithoutThePrimaryFingerEndsTheSequenceToo)
+{
+    ASSERT_TRUE(touch(QEvent::TouchBegin, {finger(5, 25, 40)}));
+    ASSERT_TRUE(touch(QEvent::TouchEnd, {finger(6, 25, 40)}));
+    EXPECT_EQ(result.touch.primaryIndex, NoPrimaryIndex);
+    EXPECT_EQ(recordedObject(), window.get());
+
+    ASSERT_TRUE(touch(QEvent::TouchUpdate, {finger(5, 25, 40)}));
+    EXPECT_EQ(result.touch.primaryIndex, NoPrimaryIndex);
+    EXPECT_EQ(recordedObject(), window.get());
+}
+
 TEST_F(TouchTranslation, BeginWithoutFingersHasNoPrimaryFinger)
 {
     ASSERT_TRUE(touch(QEvent::TouchBegin, {}));
