@@ -7,7 +7,7 @@ _vantle()
     COMPREPLY=()
 
     if [[ $COMP_CWORD -eq 1 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "record doctor --help --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "record inspect doctor --help --version" -- "$current")
         return
     fi
 
@@ -25,7 +25,7 @@ _vantle()
                 fi
                 return
                 ;;
-            -o | --output | --without-coordinates | --start-timeout | --debug-compression)
+            -o | --output | --without-coordinates | --start-timeout | --debug-compression | --extensions | --names)
                 ((i++))
                 ;;
             -*) ;;
@@ -36,12 +36,16 @@ _vantle()
             esac
         done
         case $previous in
-        -o | --output)
+        -o | --output | --names)
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
             return
             ;;
         --debug-compression)
             mapfile -t COMPREPLY < <(compgen -W "0 1 2" -- "$current")
+            return
+            ;;
+        --extensions)
+            mapfile -t COMPREPLY < <(compgen -d -- "$current")
             return
             ;;
         --without-coordinates | --start-timeout)
@@ -50,7 +54,50 @@ _vantle()
         esac
         if [[ $current == -* ]]; then
             mapfile -t COMPREPLY < <(compgen -W "-o --output --without-coordinates --keep-running \
-                --start-timeout --debug-compression -h --help --" -- "$current")
+                --start-timeout --debug-compression --extensions --names -h --help --" -- "$current")
+        else
+            mapfile -t COMPREPLY < <(compgen -c -- "$current")
+        fi
+        ;;
+    inspect)
+        # What follows the program is the program's own.
+        local i
+        for ((i = 2; i < COMP_CWORD; i++)); do
+            case ${COMP_WORDS[i]} in
+            --)
+                if ((i + 1 == COMP_CWORD)); then
+                    mapfile -t COMPREPLY < <(compgen -c -- "$current")
+                else
+                    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+                fi
+                return
+                ;;
+            --name | --timeout | --start-timeout | --extensions | --names)
+                ((i++))
+                ;;
+            -*) ;;
+            *)
+                mapfile -t COMPREPLY < <(compgen -f -- "$current")
+                return
+                ;;
+            esac
+        done
+        case $previous in
+        --names)
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+            ;;
+        --extensions)
+            mapfile -t COMPREPLY < <(compgen -d -- "$current")
+            return
+            ;;
+        --name | --timeout | --start-timeout)
+            return
+            ;;
+        esac
+        if [[ $current == -* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "--name --functions --check-names --json --timeout \
+                --start-timeout --extensions --names -h --help --" -- "$current")
         else
             mapfile -t COMPREPLY < <(compgen -c -- "$current")
         fi

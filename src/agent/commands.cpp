@@ -17,7 +17,10 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
+#include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
+
+#include <algorithm>
 
 namespace Vantle::Agent {
 
@@ -28,6 +31,18 @@ using Protocol::FieldReader;
 
 constexpr std::chrono::milliseconds defaultCallLimit(20000);
 constexpr std::chrono::seconds farewellLimit(1);
+
+// Without a frame for this long, nothing that a user could see is going on: no
+// animation leaves out as many, and a cursor that blinks shows less often.
+constexpr std::chrono::milliseconds quietTime(200);
+constexpr std::chrono::milliseconds defaultSettlingLimit(2000);
+
+bool isAnyWindowShown()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.cbegin(), windows.cend(),
+                       [](const QWindow *window) { return window->isVisible() && window->isExposed(); });
+}
 
 Protocol::Reply failure(int code, const QString &message)
 {
@@ -89,6 +104,7 @@ Commands::Commands(Host *host, Protocol::Connection *connection)
     registerWaiting(Method::call, &Commands::call);
     registerImmediate(Method::grab, &Commands::grab);
     registerImmediate(Method::release, &Commands::release);
+    registerWaiting(Method::settle, &Commands::settle);
     registerImmediate(Method::roundTrip, &Commands::roundTrip);
     registerWaiting(Method::quit, &Commands::quit);
 }
@@ -348,6 +364,22 @@ Commands::Outcome Commands::release(const QJsonObject &params)
 Commands::Outcome Commands::roundTrip(const QJsonObject &)
 {
     return success(checkNames(&m_host->application()));
+}
+
+void Commands::settle(const QJsonObject &params, const Responder &responder)
+{
+    FieldReader reader(params);
+    const std::chrono::milliseconds limit = limitIn(&reader, defaultSettlingLimit);
+    if (!reader.complaint().isEmpty()) {
+        answer(responder, wrongParameters(reader.complaint()));
+        return;
+    }
+    m_waiting.until(limit, [this, responder](bool isLast) {
+        const bool isSettled = isAnyWindowShown() && m_waiting.timeWithoutFrame() >= quietTime;
+        if (isSettled || isLast)
+            responder.respond(QJsonObject{{QStringLiteral("settled"), isSettled}});
+        return isSettled || responder.isOver();
+    });
 }
 
 void Commands::quit(const QJsonObject &, const Responder &responder)

@@ -49,6 +49,7 @@ private:
 
     void find(const QJsonObject &params, const Responder &responder);
     void call(const QJsonObject &params, const Responder &responder);
+    void settle(const QJsonObject &params, const Responder &responder);
     void quit(const QJsonObject &params, const Responder &responder);
 
     Host *m_host;

@@ -27,6 +27,8 @@ Waiting::~Waiting() = default;
 
 void Waiting::until(std::chrono::milliseconds limit, Look look)
 {
+    if (m_entries.empty())
+        m_lastFrame.start();
     const auto entry = std::make_shared<Entry>(Entry{QDeadlineTimer(limit), std::move(look)});
     m_entries.push_back(entry);
     const QPointer<Waiting> self(this);
@@ -49,6 +51,7 @@ void Waiting::watchWindows()
 // Not from inside of the window's own drawing: a look may run code of the program.
 void Waiting::lookSoon()
 {
+    m_lastFrame.start();
     if (!m_entries.empty() && !std::exchange(m_isLookDue, true))
         QMetaObject::invokeMethod(this, &Waiting::lookAtAll, Qt::QueuedConnection);
 }

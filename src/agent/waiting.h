@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QtCore/QDeadlineTimer>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
@@ -37,6 +38,10 @@ public:
 
     bool isIdle() const { return m_entries.empty(); }
 
+    /// How long no window has drawn anything. Counts only while something is
+    /// waited for, and from when that began.
+    std::chrono::milliseconds timeWithoutFrame() const { return std::chrono::milliseconds(m_lastFrame.elapsed()); }
+
 private:
     struct Entry
     {
@@ -54,6 +59,7 @@ private:
 
     std::list<std::shared_ptr<Entry>> m_entries;
     QTimer m_timer;
+    QElapsedTimer m_lastFrame;
     bool m_isLookDue = false;
 };
 

@@ -40,6 +40,7 @@ inline constexpr QLatin1String functions("functions");
 inline constexpr QLatin1String call("call");
 inline constexpr QLatin1String grab("grab");
 inline constexpr QLatin1String release("release");
+inline constexpr QLatin1String settle("settle");
 inline constexpr QLatin1String roundTrip("roundTrip");
 inline constexpr QLatin1String quit("quit");
 } // namespace Method

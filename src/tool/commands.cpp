@@ -5,6 +5,7 @@
 #include "tool/doctorcommand.h"
 #include "tool/exitcode.h"
 #include "tool/helptext.h"
+#include "tool/inspect/inspectcommand.h"
 #include "tool/installation.h"
 #include "tool/recordcommand.h"
 
@@ -38,7 +39,7 @@ QString commandNames()
 
 const QList<Command> &commands()
 {
-    static const QList<Command> table{recordCommand(), doctorCommand()};
+    static const QList<Command> table{recordCommand(), Inspect::inspectCommand(), doctorCommand()};
     return table;
 }
 

@@ -51,8 +51,8 @@ QString generalHelp(const QList<Command> &commands)
         + QStringLiteral("\n"
                          "\"vantle COMMAND --help\" explains a command and gives examples.\n"
                          "\n"
-                         "Exit codes: 0 all is well, 2 the program under test crashed, 3 the command\n"
-                         "failed; the message says why.\n");
+                         "Exit codes: 0 all is well, 1 a check of a script failed, 2 the program under\n"
+                         "test crashed, 3 the command failed; the message says why.\n");
 }
 
 QString commandHelp(const Command &command)

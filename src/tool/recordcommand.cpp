@@ -3,8 +3,7 @@
 #include "tool/arguments.h"
 #include "tool/console.h"
 #include "tool/exitcode.h"
-
-#include <cmath>
+#include "tool/programoptions.h"
 
 namespace Vantle::Tool {
 
@@ -13,15 +12,13 @@ namespace {
 const QString outputOption = QStringLiteral("output");
 const QString debugOption = QStringLiteral("debug-compression");
 const QString withoutCoordinatesOption = QStringLiteral("without-coordinates");
-const QString timeoutOption = QStringLiteral("start-timeout");
 const QString keepRunningOption = QStringLiteral("keep-running");
 
 constexpr int highestDebugLevel = 2;
-constexpr double longestTimeout = 24 * 60 * 60;
 
 QList<Option> options()
 {
-    return {
+    const QList<Option> own{
         {QLatin1Char('o'), outputOption, QStringLiteral("FILE"),
          QStringLiteral("Write the script to FILE as well, replacing what is in it.\n"
                         "Each statement is on the disk as soon as it is recorded.")},
@@ -30,13 +27,12 @@ QList<Option> options()
                         "derived from it, without coordinates. Can be repeated."), true},
         {QChar(), keepRunningOption, QString(),
          QStringLiteral("Leave the program running when the recording is ended.")},
-        {QChar(), timeoutOption, QStringLiteral("SECONDS"),
-         QStringLiteral("How long the program may take to load the agent; 15 is\n"
-                        "the default.")},
+        startTimeoutOption(),
         {QChar(), debugOption, QStringLiteral("LEVEL"),
          QStringLiteral("Log to standard error how input becomes statements:\n"
                         "0 nothing, 1 each input event, 2 each decision as well.")},
     };
+    return own + agentOptions();
 }
 
 int runRecord(const Arguments &arguments)
@@ -98,16 +94,10 @@ std::optional<RecordOptions> recordOptions(const Arguments &arguments, QString *
         }
         result.launch.settings.debugCompression = level;
     }
-    if (arguments.has(timeoutOption)) {
-        bool ok = false;
-        const double seconds = arguments.value(timeoutOption).toDouble(&ok);
-        if (!ok || !(seconds > 0) || seconds > longestTimeout) {
-            *error = QStringLiteral("\"--start-timeout\" is a number of seconds above 0 and up to %1, not \"%2\"")
-                         .arg(longestTimeout).arg(arguments.value(timeoutOption));
-            return std::nullopt;
-        }
-        result.launch.startLimit = std::chrono::milliseconds(std::llround(std::ceil(seconds * 1000)));
-    }
+    const auto limit = startTimeout(arguments, error);
+    if (!limit || !readAgentOptions(arguments, &result.launch.settings, error))
+        return std::nullopt;
+    result.launch.startLimit = *limit;
     return result;
 }
 

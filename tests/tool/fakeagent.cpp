@@ -17,6 +17,11 @@
 //   slow-stop           at "stopRecording" never answers
 //   refuse-stop         at "stopRecording" answers with an error
 //   crash-stop          at "stopRecording" crashes
+//   answer:METHOD:JSON  ahead of hello: answers requests for METHOD with JSON
+//   error:METHOD:JSON   ahead of hello: answers them with the error JSON
+//   silent:METHOD       ahead of hello: never answers them
+//   crash-at:METHOD     ahead of hello: crashes at them
+//   end-at:METHOD       ahead of hello: answers them and exits
 //   print:TEXT          prints a line
 //   copy-input          prints its standard input
 //   environment:FILE    writes its environment, a variable a line
@@ -39,6 +44,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QHash>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSaveFile>
 #include <QtCore/QTimer>
@@ -68,7 +74,9 @@ private:
     void sendStatement(const QString &function, const QString &text = QString());
     void answerStop(const Responder &responder);
     void becomeOrphan(const QString &file);
+    bool playAtRequest(const QString &action, const QString &value);
 
+    QHash<QString, Connection::RequestHandler> m_handlers;
     QLocalSocket *m_socket = nullptr;
     Connection *m_connection = nullptr;
     Hello m_hello;
@@ -112,6 +120,8 @@ void FakeAgent::connectToTool()
     m_connection = new Connection(m_socket);
     m_connection->onRequest(Method::stopRecording,
                             [this](const QJsonObject &, const Responder &responder) { answerStop(responder); });
+    for (auto handler = m_handlers.cbegin(); handler != m_handlers.cend(); ++handler)
+        m_connection->onRequest(handler.key(), *handler);
 }
 
 void FakeAgent::sayHello(bool expectRefusal)
@@ -187,11 +197,43 @@ QByteArray environmentText()
     return text;
 }
 
+/// What is to happen at a request. False if \p action says nothing about that.
+bool FakeAgent::playAtRequest(const QString &action, const QString &value)
+{
+    const QString method = value.section(QLatin1Char(':'), 0, 0);
+    const QJsonObject json = QJsonDocument::fromJson(value.section(QLatin1Char(':'), 1).toUtf8()).object();
+    if (action == QLatin1String("answer")) {
+        m_handlers[method] = [json](const QJsonObject &, const Responder &responder) { responder.respond(json); };
+    } else if (action == QLatin1String("error")) {
+        m_handlers[method] = [json](const QJsonObject &, const Responder &responder) {
+            responder.fail(json.value(QStringLiteral("code")).toInt(),
+                           json.value(QStringLiteral("message")).toString(), json.value(QStringLiteral("data")));
+        };
+    } else if (action == QLatin1String("silent")) {
+        m_handlers[method] = [](const QJsonObject &, const Responder &responder) {
+            static QList<Responder> kept;
+            kept.append(responder);
+        };
+    } else if (action == QLatin1String("crash-at")) {
+        m_handlers[method] = [](const QJsonObject &, const Responder &) { dieBy(SIGSEGV); };
+    } else if (action == QLatin1String("end-at")) {
+        m_handlers[method] = [](const QJsonObject &, const Responder &responder) {
+            responder.respond();
+            std::_Exit(0);
+        };
+    } else {
+        return false;
+    }
+    return true;
+}
+
 void FakeAgent::play(const QString &action)
 {
     const QString name = action.section(QLatin1Char(':'), 0, 0);
     const QString value = action.section(QLatin1Char(':'), 1);
     const auto is = [&](const char *expected) { return name == QLatin1String(expected); };
+    if (playAtRequest(name, value))
+        return;
     if (is("hello") || is("refused")) {
         sayHello(is("refused"));
     } else if (is("token")) {

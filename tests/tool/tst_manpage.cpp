@@ -54,7 +54,7 @@ TEST(ManPage, namesEveryExitCode)
 {
     const QString page = manPage();
     const QString codes = page.mid(page.indexOf(QStringLiteral(".SH EXIT STATUS"))).section(QStringLiteral(".SH ENV"), 0, 0);
-    for (const int code : {Success, ProgramCrashed, Failed})
+    for (const int code : {Success, ChecksFailed, ProgramCrashed, Failed})
         EXPECT_TRUE(codes.contains(QStringLiteral("\n.B %1\n").arg(code))) << code;
 }
 

@@ -43,8 +43,8 @@ TEST(Usage, versionIsOneLine)
 TEST(Usage, mistakesAreNamedAndEndWithThree)
 {
     const Usage mistakes[] = {
-        {{}, QStringLiteral("vantle: a command is missing; there are: record, doctor. See \"vantle --help\"\n")},
-        {{QStringLiteral("fly")}, QStringLiteral("vantle: unknown command \"fly\"; there are: record, doctor\n")},
+        {{}, QStringLiteral("vantle: a command is missing; there are: record, inspect, doctor. See \"vantle --help\"\n")},
+        {{QStringLiteral("fly")}, QStringLiteral("vantle: unknown command \"fly\"; there are: record, inspect, doctor\n")},
         {{QStringLiteral("--fly")}, QStringLiteral("vantle: unknown option \"--fly\"; see \"vantle --help\"\n")},
         {{QStringLiteral("record")},
          QStringLiteral("vantle: the program to start is missing; see \"vantle record --help\"\n")},
