@@ -3,6 +3,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPointingDevice>
 #include <QtGui/QStyleHints>
+#include <QtGui/private/qhighdpiscaling_p.h>
 #include <QtGui/qpa/qwindowsysteminterface.h>
 #include <QtGui/qpa/qwindowsysteminterface_p.h>
 
@@ -29,9 +30,15 @@ constexpr std::array modifierKeys{
     ModifierKey{Qt::MetaModifier, Qt::Key_Meta},
 };
 
-QPointF toLocal(const QWindow *window, QPointF global)
+// Windows of the platform count in pixels of the device.
+QPointF nativeLocal(const QWindow *window, QPointF global)
 {
-    return window ? window->mapFromGlobal(global) : global;
+    return QHighDpi::toNativeLocalPosition(window ? window->mapFromGlobal(global) : global, window);
+}
+
+QPointF nativeGlobal(const QWindow *window, QPointF global)
+{
+    return QHighDpi::toNativeGlobalPosition(global, window);
 }
 
 } // namespace
@@ -86,15 +93,16 @@ void InputDevices::sendMouse(QWindow *window, QPointF global, Qt::MouseButton bu
     const ulong time = now();
     if (type == QEvent::MouseButtonPress)
         m_lastPress = time;
-    QWindowSystemInterface::handleMouseEvent<Synchronous>(window, time, toLocal(window, global), global, m_buttons,
-                                                          button, type, m_modifiers);
+    QWindowSystemInterface::handleMouseEvent<Synchronous>(window, time, nativeLocal(window, global),
+                                                          nativeGlobal(window, global), m_buttons, button, type,
+                                                          m_modifiers);
 }
 
 void InputDevices::turnWheel(QWindow *window, QPointF global, QPoint angle)
 {
     // Has no form that says how it is delivered, so the queue is run at once.
-    QWindowSystemInterface::handleWheelEvent(window, now(), toLocal(window, global), global, QPoint(), angle,
-                                             m_modifiers);
+    QWindowSystemInterface::handleWheelEvent(window, now(), nativeLocal(window, global), nativeGlobal(window, global),
+                                             QPoint(), angle, m_modifiers);
     QWindowSystemInterface::sendWindowSystemEvents(QEventLoop::AllEvents);
 }
 
@@ -152,8 +160,9 @@ void InputDevices::touch(QWindow *window, const QList<Finger> &fingers)
         point.id = finger.id;
         point.state = finger.state;
         point.pressure = finger.state == QEventPoint::Released ? 0 : finger.pressure;
-        point.area = QRectF(0, 0, finger.diameter, finger.diameter);
-        point.area.moveCenter(finger.position);
+        QRectF area(0, 0, finger.diameter, finger.diameter);
+        area.moveCenter(finger.position);
+        point.area = QHighDpi::toNativePixels(area, window);
         points.append(point);
         staysDown |= finger.state != QEventPoint::Released;
         begins |= finger.state == QEventPoint::Pressed;
