@@ -1,30 +1,23 @@
 #include "wrappers/qt/functions/interactions_p.h"
 
 #include "hook/inspector.h"
-#include "wrappers/qt/functions/inputaction_p.h"
 #include "wrappers/qt/functions/inputdevices_p.h"
-#include "wrappers/qt/functions/inputplayer.h"
-#include "wrappers/qt/functions/inputtarget_p.h"
 #include "wrappers/qt/functions/pointerpath_p.h"
-#include "wrappers/qt/readiness.h"
+#include "wrappers/qt/functions/pointerscript_p.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QStyleHints>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
+#include <vector>
 
 namespace Vantle::QtWrapper {
 
 namespace {
 
-// In milliseconds; short, as nobody but the program looks at it.
-constexpr int Moment = 10;
-constexpr int ClickHold = 20;
-constexpr int DoubleClickGap = 30;
-/// So long does the pointer claim to rest at the end of a drag that nothing
-/// goes on moving by itself.
-constexpr int RestAfterDrag = 200;
+constexpr int DoubleClickGap = 30; ///< milliseconds
 
 /// Longer than any press that isn't a long one, for the recorder and for items.
 int longHold()
@@ -34,103 +27,58 @@ int longHold()
     return std::max(2 * hints->mouseDoubleClickInterval(), hints->mousePressAndHoldInterval()) + margin;
 }
 
-/// Writes the steps of what one mouse does in one window, with modifiers held.
-class MouseScript
+/// Writes the steps of what the mouse does with one button.
+class MouseScript : public PointerScript
 {
 public:
     MouseScript(const PointOfAction &start, Qt::MouseButton button, InputPlan *plan)
-        : m_window(start.window)
-        , m_position(start.global)
+        : PointerScript(start, plan)
         , m_button(button)
-        , m_plan(plan)
     {
-        m_plan->window = start.window;
-        m_plan->point = start.local();
-    }
-
-    void pressModifiers(Qt::KeyboardModifiers modifiers)
-    {
-        if (!modifiers)
-            return;
-        add({0, 0, false,
-             [window = m_window, modifiers](InputDevices &devices) { devices.pressModifiers(window, modifiers); }});
-    }
-    void releaseModifiers(Qt::KeyboardModifiers modifiers)
-    {
-        if (!modifiers)
-            return;
-        add({Moment, 0, true,
-             [window = m_window, modifiers](InputDevices &devices) { devices.releaseModifiers(window, modifiers); }});
     }
 
     void moveTo(QPointF global, int wait)
     {
-        m_position = global;
+        setPosition(global);
         add({wait, 0, false,
-             [window = m_window, global](InputDevices &devices) { devices.moveMouse(window, global); }});
+             [window = window(), global](InputDevices &devices) { devices.moveMouse(window, global); }});
     }
     void press(int wait)
     {
-        add({wait, 0, false, [window = m_window, at = m_position, button = m_button](InputDevices &devices) {
+        add({wait, 0, false, [window = window(), at = position(), button = m_button](InputDevices &devices) {
                  devices.pressButton(window, at, button);
              }});
     }
     void release(int wait, int rest = 0)
     {
-        add({wait, rest, true, [window = m_window, at = m_position, button = m_button](InputDevices &devices) {
+        add({wait, rest, true, [window = window(), at = position(), button = m_button](InputDevices &devices) {
                  devices.releaseButton(window, at, button);
              }});
     }
     void turnWheel(QPoint angle, int wait)
     {
-        add({wait, 0, false, [window = m_window, at = m_position, angle](InputDevices &devices) {
+        add({wait, 0, false, [window = window(), at = position(), angle](InputDevices &devices) {
                  devices.turnWheel(window, at, angle);
              }});
     }
 
-    QPointF position() const { return m_position; }
-
 private:
-    void add(InputStep step) { m_plan->steps.push_back(std::move(step)); }
-
-    QPointer<QWindow> m_window;
-    QPointF m_position;
     Qt::MouseButton m_button;
-    InputPlan *m_plan;
 };
 
-bool isReady(const SharedPtr<Object> &object, const std::optional<QPoint> &coordinates, const QString &function)
+/// Plays what \p write does with the mouse at the point that the call wants,
+/// with the modifiers held.
+SharedPtr<Object> play(const QString &function, const Interaction &call,
+                       const std::function<QString(MouseScript *)> &write)
 {
-    const QPoint point = coordinates.value_or(QPoint(-1, -1));
-    return ensureValidVisibleAndReady(object, point.x(), point.y(), function, nullptr);
-}
-
-/// Plays what \p write puts between the modifiers' going down and up again,
-/// with the mouse where the call wants it.
-template<typename Write>
-SharedPtr<Object> play(const QString &function, const Interaction &call, Write write)
-{
-    QString problem;
-    if (!isReady(call.object, call.coordinates, function))
-        return nullptr;
-    if (!pointOfAction(call.object, call.coordinates, &problem)) {
-        Inspector::self()->raiseError(
-            QStringLiteral("Cannot %1 on %2: %3").arg(function, describeObject(call.object), problem));
-        return nullptr;
-    }
-    InputPlayer::self()->play({function, call.object, true, [call, write](InputPlan *plan) {
-                                   QString reason;
-                                   const auto start = pointOfAction(call.object, call.coordinates, &reason);
-                                   if (!start)
-                                       return reason;
-                                   MouseScript script(*start, call.button, plan);
-                                   script.pressModifiers(call.modifiers);
-                                   script.moveTo(start->global, 0);
-                                   reason = write(&script);
-                                   script.releaseModifiers(call.modifiers);
-                                   return reason;
-                               }});
-    return Inspector::self()->voidResult();
+    return playAtPoint(function, call, [call, write](const PointOfAction &start, InputPlan *plan) {
+        MouseScript script(start, call.button, plan);
+        script.pressModifiers(call.modifiers);
+        script.moveTo(start.global, 0);
+        const QString reason = write(&script);
+        script.releaseModifiers(call.modifiers);
+        return reason;
+    });
 }
 
 SharedPtr<Object> playClick(const QString &function, const Interaction &call, int hold)
@@ -156,7 +104,7 @@ void drag(MouseScript *script, QPoint crossing, QPoint distance, int hold)
     script->moveTo(script->position() + crossing, hold);
     for (const Waypoint &waypoint : wayBehindCrossing(script->position(), distance))
         script->moveTo(waypoint.position, waypoint.wait);
-    script->release(ClickHold, RestAfterDrag);
+    script->release(PressHold, RestAfterDrag);
 }
 
 SharedPtr<Object> playDrag(const QString &function, const Interaction &call, int hold)
@@ -195,7 +143,7 @@ std::vector<QPoint> notches(QPoint degrees)
 
 SharedPtr<Object> mouseClick(const Interaction &call)
 {
-    return playClick(QStringLiteral("mouseClick"), call, ClickHold);
+    return playClick(QStringLiteral("mouseClick"), call, PressHold);
 }
 
 SharedPtr<Object> longMouseClick(const Interaction &call)
@@ -207,9 +155,9 @@ SharedPtr<Object> doubleClick(const Interaction &call)
 {
     return play(QStringLiteral("doubleClick"), call, [](MouseScript *script) {
         script->press(Moment);
-        script->release(ClickHold);
+        script->release(PressHold);
         script->press(DoubleClickGap);
-        script->release(ClickHold);
+        script->release(PressHold);
         return QString();
     });
 }
@@ -227,7 +175,7 @@ SharedPtr<Object> longMouseDrag(const Interaction &call)
 SharedPtr<Object> dragAndDrop(const Interaction &call)
 {
     const QString function = QStringLiteral("dragAndDrop");
-    if (!isReady(call.target, call.targetCoordinates, function))
+    if (!isReadyFor(function, call.target, call.targetCoordinates))
         return nullptr;
     return play(function, call, [call](MouseScript *script) {
         QString reason;
@@ -241,9 +189,9 @@ SharedPtr<Object> dragAndDrop(const Interaction &call)
         for (const Waypoint &waypoint : wayBehindCrossing(script->position(), rest))
             script->moveTo(waypoint.position, waypoint.wait);
         // A target that has seen the pointer come in also wants to see it move.
-        script->moveTo(end->global + QPointF(1, 0), ClickHold);
-        script->moveTo(end->global, ClickHold);
-        script->release(ClickHold, RestAfterDrag);
+        script->moveTo(end->global + QPointF(1, 0), PressHold);
+        script->moveTo(end->global, PressHold);
+        script->release(PressHold, RestAfterDrag);
         return QString();
     });
 }

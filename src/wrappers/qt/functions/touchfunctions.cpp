@@ -2,62 +2,35 @@
 
 #include "hook/inspector.h"
 #include "wrappers/qt/functions/gesturesteps_p.h"
-#include "wrappers/qt/functions/inputaction_p.h"
 #include "wrappers/qt/functions/inputdevices_p.h"
 #include "wrappers/qt/functions/inputplayer.h"
-#include "wrappers/qt/functions/inputtarget_p.h"
 #include "wrappers/qt/functions/pointerpath_p.h"
-#include "wrappers/qt/readiness.h"
+#include "wrappers/qt/functions/pointerscript_p.h"
 
 #include <algorithm>
+#include <functional>
+#include <vector>
 
 namespace Vantle::QtWrapper {
 
 namespace {
 
 // In milliseconds.
-constexpr int Moment = 10;
-constexpr int TapHold = 20;
 constexpr int DoubleTapGap = 40;
-/// So long does the finger claim to rest at the end of a drag that nothing goes
-/// on moving by itself.
-constexpr int RestAfterDrag = 200;
 /// From here on the recorder writes the delay of a drag, in tens of milliseconds.
 constexpr int ShortestRecordedDelay = 800;
 constexpr int MiddleOfTen = 4;
 
-/// Writes the steps of what fingers do in one window, with modifiers held.
-class TouchScript
+/// Writes the steps of what fingers do.
+class TouchScript : public PointerScript
 {
 public:
-    TouchScript(const PointOfAction &start, InputPlan *plan)
-        : m_window(start.window)
-        , m_position(start.global)
-        , m_plan(plan)
-    {
-        m_plan->window = start.window;
-        m_plan->point = start.local();
-    }
-
-    void pressModifiers(Qt::KeyboardModifiers modifiers)
-    {
-        if (!modifiers)
-            return;
-        add({0, 0, false,
-             [window = m_window, modifiers](InputDevices &devices) { devices.pressModifiers(window, modifiers); }});
-    }
-    void releaseModifiers(Qt::KeyboardModifiers modifiers)
-    {
-        if (!modifiers)
-            return;
-        add({Moment, 0, true,
-             [window = m_window, modifiers](InputDevices &devices) { devices.releaseModifiers(window, modifiers); }});
-    }
+    using PointerScript::PointerScript;
 
     void press(int wait) { oneFinger(QEventPoint::Pressed, wait, 0); }
     void moveTo(QPointF global, int wait)
     {
-        m_position = global;
+        setPosition(global);
         oneFinger(QEventPoint::Updated, wait, 0);
     }
     void release(int wait, int rest = 0) { oneFinger(QEventPoint::Released, wait, rest); }
@@ -67,10 +40,8 @@ public:
         const bool letsGo = std::all_of(fingers.begin(), fingers.end(),
                                         [](const Finger &finger) { return finger.state == QEventPoint::Released; });
         add({wait, rest, letsGo,
-             [window = m_window, fingers](InputDevices &devices) { devices.touch(window, fingers); }});
+             [window = window(), fingers](InputDevices &devices) { devices.touch(window, fingers); }});
     }
-
-    QPointF position() const { return m_position; }
 
 private:
     void oneFinger(QEventPoint::State state, int wait, int rest)
@@ -78,15 +49,9 @@ private:
         Finger finger;
         finger.id = 1;
         finger.state = state;
-        finger.position = m_position;
+        finger.position = position();
         touch({finger}, wait, rest);
     }
-
-    void add(InputStep step) { m_plan->steps.push_back(std::move(step)); }
-
-    QPointer<QWindow> m_window;
-    QPointF m_position;
-    InputPlan *m_plan;
 };
 
 SharedPtr<Object> fail(const QString &message)
@@ -95,34 +60,18 @@ SharedPtr<Object> fail(const QString &message)
     return nullptr;
 }
 
-bool isReady(const Interaction &call, const QString &function)
+/// Plays what \p write does with a finger at the point that the call wants,
+/// with the modifiers held.
+SharedPtr<Object> play(const QString &function, const Interaction &call,
+                       const std::function<void(TouchScript *)> &write)
 {
-    const QPoint point = call.coordinates.value_or(QPoint(-1, -1));
-    return ensureValidVisibleAndReady(call.object, point.x(), point.y(), function, nullptr);
-}
-
-/// Plays what \p write puts between the modifiers' going down and up again,
-/// with the finger where the call wants it.
-template<typename Write>
-SharedPtr<Object> play(const QString &function, const Interaction &call, Write write)
-{
-    QString problem;
-    if (!isReady(call, function))
-        return nullptr;
-    if (!pointOfAction(call.object, call.coordinates, &problem))
-        return fail(QStringLiteral("Cannot %1 on %2: %3").arg(function, describeObject(call.object), problem));
-    InputPlayer::self()->play({function, call.object, true, [call, write](InputPlan *plan) {
-                                   QString reason;
-                                   const auto start = pointOfAction(call.object, call.coordinates, &reason);
-                                   if (!start)
-                                       return reason;
-                                   TouchScript script(*start, plan);
-                                   script.pressModifiers(call.modifiers);
-                                   write(&script);
-                                   script.releaseModifiers(call.modifiers);
-                                   return reason;
-                               }});
-    return Inspector::self()->voidResult();
+    return playAtPoint(function, call, [call, write](const PointOfAction &start, InputPlan *plan) {
+        TouchScript script(start, plan);
+        script.pressModifiers(call.modifiers);
+        write(&script);
+        script.releaseModifiers(call.modifiers);
+        return QString();
+    });
 }
 
 /// How long the finger stays before it sets off, so that the recorder reads
@@ -158,7 +107,7 @@ SharedPtr<Object> tapObject(const Interaction &call)
 {
     return play(QStringLiteral("tapObject"), call, [](TouchScript *script) {
         script->press(Moment);
-        script->release(TapHold);
+        script->release(PressHold);
     });
 }
 
@@ -166,9 +115,9 @@ SharedPtr<Object> doubleTap(const Interaction &call)
 {
     return play(QStringLiteral("doubleTap"), call, [](TouchScript *script) {
         script->press(Moment);
-        script->release(TapHold);
+        script->release(PressHold);
         script->press(DoubleTapGap);
-        script->release(TapHold);
+        script->release(PressHold);
     });
 }
 
@@ -182,7 +131,7 @@ SharedPtr<Object> touchAndDrag(const Interaction &call)
                     script->moveTo(script->position() + crossingOffset(distance), delayBeforeCrossing(delay));
                     for (const Waypoint &waypoint : wayBehindCrossing(script->position(), distance))
                         script->moveTo(waypoint.position, waypoint.wait);
-                    script->release(TapHold, RestAfterDrag);
+                    script->release(PressHold, RestAfterDrag);
                 });
 }
 
@@ -194,7 +143,7 @@ SharedPtr<Object> gesture(const Interaction &call)
     const std::vector<GestureStep> steps = info ? gestureSteps(*info, &problem) : std::vector<GestureStep>();
     if (steps.empty())
         return fail(QStringLiteral("Cannot play the gesture: %1").arg(problem));
-    if (!isReady(call, function))
+    if (!isReadyFor(function, call.object, std::nullopt))
         return nullptr;
     InputPlayer::self()->play({function, call.object, true, [object = call.object, steps](InputPlan *plan) {
                                    return planGesture(object, steps, plan);
