@@ -17,7 +17,7 @@ struct WrapperConfig
     QList<QByteArray> classesWithoutCoordinates;
     /// Directories with extensions beside the one of the installation and the
     /// one of the environment; asked for after these, in this order.
-    QStringList extensionDirectories;
+    QStringList extensionDirectories{};
 };
 
 } // namespace Vantle::QtWrapper

@@ -6,9 +6,11 @@
 
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
+#include <QtGui/QTransform>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
 #include <QtQuick/QQuickWindow>
+#include <QtQuick/private/qquickitem_p.h>
 
 #include <algorithm>
 
@@ -31,6 +33,16 @@ QList<QQuickItem *> inStackingOrder(QList<QQuickItem *> siblings)
                          [](const QQuickItem *a, const QQuickItem *b) { return a->z() < b->z(); });
     }
     return siblings;
+}
+
+/// \p point of the parent in the coordinates of \p child.
+/// QQuickItem::mapFromItem goes up to the scene and down again, which costs the
+/// more the deeper the items lie.
+QPointF mapFromParent(const QQuickItem &child, const QPointF &point)
+{
+    QTransform toParent;
+    QQuickItemPrivate::get(&child)->itemToParentTransform(toParent);
+    return toParent.inverted().map(point);
 }
 
 /// Whether an extension declares \p item to be of no interest. Runs script of
@@ -98,7 +110,7 @@ QQuickItem *HitTest::childAt(Level &level, const QPointF &point)
         QQuickItem *const child = *it;
         if ((m_hasAsked && !isChild(level, child)) || !child->isVisible())
             continue;
-        if (QQuickItem *const hit = itemAt(child, child->mapFromItem(level.item, point), &level))
+        if (QQuickItem *const hit = itemAt(child, mapFromParent(*child, point), &level))
             return hit;
         if (level.isGone)
             return nullptr;

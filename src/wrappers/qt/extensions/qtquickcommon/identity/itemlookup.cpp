@@ -30,12 +30,13 @@ SharedPtr<Object> searchItems(const QList<QQuickItem *> &items, const ObjectName
                               qint32 *remaining, bool searchInvisible, QList<QString> &mismatched)
 {
     ItemWalk walk(items, hazardOf(properties));
+    PropertyComparison comparison(properties);
     QList<QString> failed;
     while (walk.next()) {
         QQuickItem *const item = walk.item();
         if (!searchInvisible && item && !item->isVisible())
             continue;
-        findMismatchedProperties(item, properties, &failed);
+        comparison.findMismatched(item, &failed);
         if (item && !walk.item())
             continue;
         if (failed.isEmpty() && countDown(remaining)) {

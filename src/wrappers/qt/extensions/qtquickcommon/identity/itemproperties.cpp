@@ -2,6 +2,7 @@
 
 #include "hook/inspector.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemids.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/itemwalk_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/qmltypes.h"
 
@@ -16,14 +17,6 @@ namespace {
 bool isEnumeration(const QVariant &value)
 {
     return value.metaType().flags().testFlag(QMetaType::IsEnumeration);
-}
-
-bool matches(QQuickItem *item, const QString &key, const PropertyValue &value)
-{
-    if (key == QLatin1String("type"))
-        return qmlMatchesTypeProperty(item, value);
-    QString text;
-    return itemPropertyValue(item, key, &text) && value.matches(text);
 }
 
 } // namespace
@@ -59,29 +52,60 @@ bool itemPropertyValue(QQuickItem *item, const QString &key, QString *value)
 QList<QString> mismatchedProperties(QQuickItem *item, const ObjectName::Properties &properties)
 {
     QList<QString> keys;
-    findMismatchedProperties(item, properties, &keys);
+    PropertyComparison(properties).findMismatched(item, &keys);
     return keys;
 }
 
-void findMismatchedProperties(QQuickItem *item, const ObjectName::Properties &properties, QList<QString> *keys)
+PropertyComparison::PropertyComparison(const ObjectName::Properties &properties)
+{
+    for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
+        if (property.key() == QLatin1String("occurrence"))
+            continue;
+        const Kind kind = property.key() == QLatin1String("type") ? Kind::Type
+            : property.key() == QLatin1String("objectName")       ? Kind::ObjectName
+                                                                  : Kind::Other;
+        m_expected.push_back({kind, property.key(), &*property});
+    }
+    m_needsGuard = m_expected.size() > 1 && hazardOf(properties) == ItemWalk::ItemsMayVanish;
+}
+
+void PropertyComparison::findMismatched(QQuickItem *item, QList<QString> *keys)
 {
     keys->clear();
     if (!item)
         return;
-    const bool mayVanish = properties.size() > 1;
-    const QPointer<QQuickItem> guard(mayVanish ? item : nullptr);
-    for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
-        if (property.key() == QLatin1String("occurrence"))
-            continue;
-        if ((mayVanish && !guard) || !matches(item, property.key(), *property))
-            keys->append(property.key());
+    const QPointer<QQuickItem> guard(m_needsGuard ? item : nullptr);
+    for (const Expected &expected : m_expected) {
+        if ((m_needsGuard && !guard) || !matches(item, expected))
+            keys->append(expected.key);
     }
+}
+
+bool PropertyComparison::matches(QQuickItem *item, const Expected &expected)
+{
+    if (expected.kind == Kind::Type)
+        return isOfType(item, *expected.value);
+    if (expected.kind == Kind::ObjectName)
+        return expected.value->matches(item->objectName());
+    // A class may go, and another one come to its place, when the program runs.
+    m_lastClass = nullptr;
+    QString text;
+    return itemPropertyValue(item, expected.key, &text) && expected.value->matches(text);
+}
+
+bool PropertyComparison::isOfType(QQuickItem *item, const PropertyValue &type)
+{
+    if (const QMetaObject *const itsClass = item->metaObject(); itsClass != m_lastClass) {
+        m_isLastOfType = qmlMatchesTypeProperty(item, type);
+        m_lastClass = itsClass;
+    }
+    return m_isLastOfType;
 }
 
 QQuickItem *toQuickItem(const SharedPtr<Object> &object)
 {
-    static const Class *const itemClass =
-        Inspector::self()->classByName(QString::fromUtf8(QQuickItem::staticMetaObject.className()));
+    static const Class *const itemClass = Inspector::self()->classByName(
+        QString::fromUtf8(QQuickItem::staticMetaObject.className()));
     void *native = nullptr;
     if (!object || !object->isA(itemClass) || !object->get(&native))
         return nullptr;

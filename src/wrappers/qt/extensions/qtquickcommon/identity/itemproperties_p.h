@@ -6,6 +6,8 @@
 #include <QtCore/QList>
 #include <QtCore/QString>
 
+#include <vector>
+
 class QQuickItem;
 
 /// What naming and lookup share. All of it runs on the thread that owns the
@@ -22,9 +24,40 @@ bool itemPropertyValue(QQuickItem *item, const QString &key, QString *value);
 /// or there is none to compare. A null item fails on none.
 QList<QString> mismatchedProperties(QQuickItem *item, const ObjectName::Properties &properties);
 
-/// Same, into \p keys in place of what it holds. A walk over thousands of items
-/// that gives the same list each time needs no new memory for it.
-void findMismatchedProperties(QQuickItem *item, const ObjectName::Properties &properties, QList<QString> *keys);
+/// Holds many items against the same properties, as naming and lookup do with
+/// thousands of them.
+class PropertyComparison
+{
+public:
+    /// \p properties must outlive the comparison.
+    explicit PropertyComparison(const ObjectName::Properties &properties);
+
+    /// Puts the keys that \p item fails on, in ascending order, into \p keys in
+    /// place of what it holds.
+    void findMismatched(QQuickItem *item, QList<QString> *keys);
+
+private:
+    enum class Kind : quint8 {
+        Type,
+        ObjectName,
+        Other
+    };
+    struct Expected
+    {
+        Kind kind;
+        QString key;
+        const PropertyValue *value;
+    };
+
+    bool matches(QQuickItem *item, const Expected &expected);
+    bool isOfType(QQuickItem *item, const PropertyValue &type);
+
+    std::vector<Expected> m_expected;
+    bool m_needsGuard = false; ///< a comparison may destroy the item ahead of the next
+    /// The class that was looked at last, as siblings often are of one class.
+    const QMetaObject *m_lastClass = nullptr;
+    bool m_isLastOfType = false;
+};
 
 /// The item behind \p object; null if it is dead, null or something else.
 QQuickItem *toQuickItem(const SharedPtr<Object> &object);

@@ -4,10 +4,9 @@
 
 namespace Vantle::QtWrapper {
 
-ItemWalk::ItemWalk(const QList<QQuickItem *> &roots, Hazard hazard)
-    : m_hazard(hazard)
+ItemWalk::ItemWalk(const QList<QQuickItem *> &roots, Hazard hazard) : m_hazard(hazard)
 {
-    pushLevel(roots);
+    pushLevel(roots, true);
 }
 
 bool ItemWalk::next()
@@ -35,14 +34,19 @@ void ItemWalk::enterChildren()
     if (!parent)
         return;
     const QList<QQuickItem *> children = parent->childItems();
-    if (!children.isEmpty())
-        pushLevel(children);
+    if (children.isEmpty())
+        return;
+    // Chains of only children are deep: a level that is done makes room at once.
+    if (m_levels.back().index + 1 == m_levels.back().items.size())
+        m_levels.pop_back();
+    pushLevel(children, false);
 }
 
-void ItemWalk::pushLevel(const QList<QQuickItem *> &items)
+void ItemWalk::pushLevel(const QList<QQuickItem *> &items, bool areRoots)
 {
     Level level;
     level.items = items;
+    level.areRoots = areRoots;
     if (m_hazard == ItemsMayVanish)
         level.guards = QList<QPointer<QQuickItem>>(items.cbegin(), items.cend());
     m_levels.push_back(std::move(level));

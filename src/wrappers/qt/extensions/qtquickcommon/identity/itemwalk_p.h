@@ -29,8 +29,9 @@ public:
     bool next();
     /// Where the walk stands. Null for a null root, and once the item is gone.
     QQuickItem *item() const;
-    bool isAtRoot() const { return m_levels.size() == 1; }
-    /// Lets the walk go on with the children that the item has now.
+    bool isAtRoot() const { return m_levels.back().areRoots; }
+    /// Lets the walk go on with the children that the item has now. To be
+    /// followed by next().
     void enterChildren();
 
 private:
@@ -41,11 +42,12 @@ private:
         QList<QQuickItem *> items;
         QList<QPointer<QQuickItem>> guards; // for each item, or none at all
         qsizetype index = -1;
+        bool areRoots = false;
 
         bool hasVanished(qsizetype at) const { return !guards.isEmpty() && items[at] && guards[at].isNull(); }
     };
 
-    void pushLevel(const QList<QQuickItem *> &items);
+    void pushLevel(const QList<QQuickItem *> &items, bool areRoots);
 
     std::vector<Level> m_levels;
     Hazard m_hazard;

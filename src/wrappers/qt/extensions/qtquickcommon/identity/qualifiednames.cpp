@@ -86,10 +86,11 @@ bool countOccurrences(QQuickItem *target, const QList<QQuickItem *> &candidates,
                       const ObjectName::Properties &properties, bool searchInvisible, quint32 &count)
 {
     ItemWalk walk(candidates, hazardOf(properties));
+    PropertyComparison comparison(properties);
     QList<QString> mismatched;
     while (walk.next()) {
         QQuickItem *const item = walk.item();
-        findMismatchedProperties(item, properties, &mismatched);
+        comparison.findMismatched(item, &mismatched);
         // An item that died while it was compared is none that the lookup meets.
         if (mismatched.isEmpty() && (!item || walk.item()))
             ++count;
