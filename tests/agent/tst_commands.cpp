@@ -1,10 +1,13 @@
 #include "commandscene.h"
 
+#include "agent/objecttree.h"
 #include "hook/inspector.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QPointer>
+
+#include <functional>
 
 using namespace Vantle;
 using namespace VantleTest;
@@ -343,6 +346,43 @@ TEST_F(FormCommands, TheTreeHoldsEverythingByItsName)
     EXPECT_EQ(tree->children.at(4).notReady, QStringLiteral("the item is not visible"));
 }
 
+TEST_F(FormCommands, TheTreeGivesEachObjectTheNameThatItHasByItself)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            visible: true; width: 100; height: 100
+            component Tile: Rectangle { property string text; width: 10; height: 10 }
+            Repeater { model: 7; Tile { text: "tile " + (index % 3); visible: index != 4; Tile {} } }
+            Repeater { model: 3; Item { objectName: "same"; Text { text: "one" } } }
+            Item { visible: false; Item { Rectangle {} } Rectangle { id: named } }
+            Rectangle {}
+        }
+    )qml");
+    int count = 0;
+    const std::function<void(const Protocol::TreeNode &, const SharedPtr<Object> &)> compare =
+        [&](const Protocol::TreeNode &node, const SharedPtr<Object> &object) {
+            ++count;
+            EXPECT_EQ(node.name.toStdString(), object->scriptName().toStdString());
+            const ObjectList children = object->children();
+            ASSERT_EQ(static_cast<std::size_t>(node.children.size()), children.size());
+            for (qsizetype i = 0; i < node.children.size(); ++i)
+                compare(node.children.at(i), children.at(static_cast<std::size_t>(i)));
+        };
+    const QList<Protocol::TreeNode> windows = Agent::objectTree(&host()->application());
+    ASSERT_EQ(windows.size(), 1);
+    compare(windows.first(), QtWrapper::wrapAndRegisterQObject(root()));
+    EXPECT_GT(count, 25);
+}
+
+TEST_F(FormCommands, SettleWaitsUntilNothingIsDrawnAnyMore)
+{
+    EXPECT_TRUE(ask("settle", json(R"({"timeout": 20000})")).value(QStringLiteral("settled")).toBool());
+    window()->hide();
+    EXPECT_FALSE(ask("settle", json(R"({"timeout": 300})")).value(QStringLiteral("settled")).toBool());
+    EXPECT_EQ(failureOf("settle", json(R"({"timeout": -1})")).code, Protocol::InvalidParams);
+}
+
 TEST_F(FormCommands, FunctionsAreListedWithTheirOverloads)
 {
     const QJsonArray functions = ask("functions").value(QStringLiteral("functions")).toArray();
@@ -383,7 +423,8 @@ TEST_F(FormCommands, GrabTakesAPictureOfTheWindowOrAnItem)
 TEST_F(FormCommands, RoundTripFindsEverything)
 {
     const QJsonObject result = ask("roundTrip");
-    EXPECT_GE(result.value(QStringLiteral("items")).toInt(), 7);
+    EXPECT_EQ(result.value(QStringLiteral("items")).toInt(), 8) << "the window, its content item, and six items";
+    EXPECT_TRUE(result.value(QStringLiteral("failures")).toArray().isEmpty());
 }
 
 TEST_F(FormCommands, UnknownMethodsStayUnknown)

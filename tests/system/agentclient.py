@@ -84,7 +84,7 @@ class Program:
             raise EOFError("the agent is gone")
         return json.loads(line)
 
-    def post(self, method, **params):
+    def post(self, method, /, **params):
         """Sends a request and gives its id."""
         self.last_id += 1
         self.send({"id": self.last_id, "method": method, "params": params})
@@ -101,5 +101,5 @@ class Program:
                     raise AgentError(message["error"])
                 return message["result"]
 
-    def ask(self, method, **params):
+    def ask(self, method, /, **params):
         return self.answer(self.post(method, **params))

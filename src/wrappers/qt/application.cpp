@@ -72,6 +72,11 @@ void Application::registerFinder(const Class *containerClass, ObjectFinder finde
     m_lookup.registerFinder(containerClass, std::move(finder));
 }
 
+void Application::registerTopLevelObjects(ObjectLister lister)
+{
+    m_lookup.registerTopLevelObjects(std::move(lister));
+}
+
 void Application::setNames(const NamesFile &names)
 {
     m_names = names;

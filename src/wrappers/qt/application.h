@@ -58,6 +58,13 @@ public:
     /// the classes below it, in place of any earlier one.
     void registerFinder(const Class *containerClass, ObjectFinder finder);
 
+    /// Makes what \p lister lists be found by names without container, behind
+    /// the windows.
+    void registerTopLevelObjects(ObjectLister lister);
+    /// What names without container are looked for among, in the order in which
+    /// occurrences count.
+    ObjectList topLevelObjects() const { return m_lookup.topLevelObjects(); }
+
     /// Puts \p names in the place of the aliases known so far.
     void setNames(const NamesFile &names);
     /// The name that is to stand in scripts in place of \p name: the alias that

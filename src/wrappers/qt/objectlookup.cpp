@@ -6,7 +6,6 @@
 #include "wrappers/qt/objectnamecache.h"
 #include "wrappers/qt/wrapping.h"
 
-#include <QtCore/QPointer>
 #include <QtCore/QStringList>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
@@ -21,15 +20,6 @@ QString differenceText(const QList<QString> &mismatched)
     if (mismatched.isEmpty())
         return {};
     return QStringLiteral("; the closest one differs in %1").arg(mismatched.join(QLatin1String(", ")));
-}
-
-ObjectList topLevelWindows()
-{
-    ObjectList objects;
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    for (QWindow *window : windows)
-        objects.push_back(wrapAndRegisterQObject(window));
-    return objects;
 }
 
 // The step of a name that an unknown alias stands in, empty if there is none.
@@ -50,6 +40,26 @@ ObjectLookup::ObjectLookup(const NameGenerator *generator, const NamesFile *name
 void ObjectLookup::registerFinder(const Class *containerClass, ObjectFinder finder)
 {
     m_finders.insert(containerClass, std::move(finder));
+}
+
+void ObjectLookup::registerTopLevelObjects(ObjectLister lister)
+{
+    m_listers.append(std::move(lister));
+}
+
+ObjectList ObjectLookup::topLevelObjects() const
+{
+    ObjectList objects;
+    // In order of creation, which is the one that occurrences count in.
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow *window : windows)
+        objects.push_back(wrapAndRegisterQObject(window));
+    for (const ObjectLister &lister : m_listers) {
+        const ObjectList others = lister();
+        for (const SharedPtr<Object> &object : others)
+            objects.push_back(object);
+    }
+    return objects;
 }
 
 SharedPtr<Object> ObjectLookup::find(const QString &text, QString *problem) const
@@ -80,7 +90,7 @@ QList<LookupCandidate> ObjectLookup::closest(const QString &text, qsizetype limi
         return {};
     const QString containerName = name.property(QStringLiteral("container")).stringValue();
     if (containerName.isEmpty())
-        return closestCandidates(*m_generator, topLevelWindows(), name.properties(), limit);
+        return closestCandidates(*m_generator, topLevelObjects(), name.properties(), limit);
     QString unwanted;
     const SharedPtr<Object> container = find(containerName, &unwanted);
     if (!container)
@@ -98,7 +108,7 @@ SharedPtr<Object> ObjectLookup::findNamed(const ObjectName &name, QString *probl
     }
     const QString containerName = name.property(containerKey).stringValue();
     if (containerName.isEmpty())
-        return findWindow(name, problem);
+        return findTopLevel(name, problem);
     const SharedPtr<Object> container = find(containerName, problem);
     if (!container)
         return {};
@@ -110,18 +120,15 @@ SharedPtr<Object> ObjectLookup::findNamed(const ObjectName &name, QString *probl
     return object;
 }
 
-SharedPtr<Object> ObjectLookup::findWindow(const ObjectName &name, QString *problem) const
+SharedPtr<Object> ObjectLookup::findTopLevel(const ObjectName &name, QString *problem) const
 {
-    // In order of creation, which is the one that occurrences count in.
-    const QWindowList list = QGuiApplication::topLevelWindows();
-    const QList<QPointer<QWindow>> windows(list.cbegin(), list.cend());
+    const ObjectList objects = topLevelObjects();
     int remaining = name.occurrenceValue();
     QList<QString> closest = name.properties().keys();
     closest.removeOne(QStringLiteral("occurrence"));
-    for (const QPointer<QWindow> &window : windows) {
-        if (!window)
+    for (const SharedPtr<Object> &object : objects) {
+        if (object->isNull())
             continue;
-        const SharedPtr<Object> object = wrapAndRegisterQObject(window);
         const QList<QString> mismatched = m_generator->mismatchedProperties(object, name.properties());
         if (mismatched.isEmpty() && remaining > 0 && --remaining == 0)
             return object;

@@ -22,6 +22,9 @@ namespace Vantle::QtWrapper {
 class NameGenerator;
 class NamesFile;
 
+/// Lists objects that stand in no container.
+using ObjectLister = std::function<ObjectList()>;
+
 /// Looks for what \p name, which comes without its container, means below
 /// \p container. A null pointer if there is none; then \p mismatched holds the
 /// keys on which the closest object fails, none if nobody can tell.
@@ -39,6 +42,11 @@ public:
     ObjectLookup(const NameGenerator *generator, const NamesFile *names);
 
     void registerFinder(const Class *containerClass, ObjectFinder finder);
+    void registerTopLevelObjects(ObjectLister lister);
+
+    /// What a name without container is looked for among: the windows in order
+    /// of creation, then what was registered.
+    ObjectList topLevelObjects() const;
 
     /// The object that \p text denotes; a null pointer if it denotes nothing,
     /// and then \p problem, which must not be null, says why.
@@ -48,12 +56,13 @@ public:
 
 private:
     SharedPtr<Object> findNamed(const ObjectName &name, QString *problem) const;
-    SharedPtr<Object> findWindow(const ObjectName &name, QString *problem) const;
+    SharedPtr<Object> findTopLevel(const ObjectName &name, QString *problem) const;
     SharedPtr<Object> findBelow(const SharedPtr<Object> &container, const ObjectName &name, QString *problem) const;
 
     const NameGenerator *m_generator;
     const NamesFile *m_names;
     QHash<const Class *, ObjectFinder> m_finders;
+    QList<ObjectLister> m_listers;
 };
 
 } // namespace Vantle::QtWrapper

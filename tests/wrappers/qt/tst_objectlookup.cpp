@@ -23,15 +23,15 @@ protected:
     /// Below windows, `Thing` means the window itself.
     void registerThing()
     {
-        application.registerFinder(
-            classForMetaObject(&QWindow::staticMetaObject),
-            [this](QObject *container, const ObjectName &name, QList<QString> &mismatched) {
-                asked.append(name.qualifiedName());
-                if (name.property(QStringLiteral("type")).stringValue() == QLatin1String("Thing"))
-                    return wrapAndRegisterQObject(container);
-                mismatched = {QStringLiteral("text"), QStringLiteral("type")};
-                return SharedPtr<Object>();
-            });
+        application.registerFinder(classForMetaObject(&QWindow::staticMetaObject),
+                                   [this](QObject *container, const ObjectName &name, QList<QString> &mismatched) {
+                                       asked.append(name.qualifiedName());
+                                       if (name.property(QStringLiteral("type")).stringValue()
+                                           == QLatin1String("Thing"))
+                                           return wrapAndRegisterQObject(container);
+                                       mismatched = {QStringLiteral("text"), QStringLiteral("type")};
+                                       return SharedPtr<Object>();
+                                   });
     }
     void setNames(const char *json)
     {
@@ -171,4 +171,64 @@ TEST_F(ObjectLookups, RunForgetsObjectsThatDie)
         holder.cache().addEntry(ObjectName(text("Nowhere")), wrapAndRegisterQObject(&object));
     }
     EXPECT_EQ(find("Nowhere"), nullptr);
+}
+
+TEST_F(ObjectLookups, FurtherTopLevelObjectsComeBehindTheWindows)
+{
+    QWindow window;
+    QWindow child(&window);
+    application.registerTopLevelObjects([&] { return ObjectList{wrapAndRegisterQObject(&child)}; });
+    EXPECT_EQ(find("QWindow"), &window);
+    EXPECT_EQ(find("QWindow:nth(2)"), &child);
+    EXPECT_EQ(find("QWindow:nth(3)"), nullptr);
+}
+
+TEST_F(ObjectLookups, ClosestWindowsComeInOrderOfTheirDifferences)
+{
+    QWindow letters;
+    letters.setTitle(text("Letters"));
+    QWindow lettres;
+    lettres.setTitle(text("Lettres"));
+    QWindow other;
+    other.setTitle(text("Letters"));
+    other.setObjectName(text("other"));
+    const QList<LookupCandidate> closest = application.closestObjects(text(
+                                                                          "QWindow[objectName=\"\"][title=\"Leters\"]"),
+                                                                      2);
+    ASSERT_EQ(closest.size(), 2);
+    EXPECT_EQ(nativeQObject(closest.at(0).object), &letters);
+    EXPECT_EQ(nativeQObject(closest.at(1).object), &lettres);
+    ASSERT_EQ(closest.at(0).differences.size(), 1);
+    const PropertyDifference difference = closest.at(0).differences.first();
+    EXPECT_EQ(difference.key, text("title"));
+    EXPECT_EQ(difference.expected, text("\"Leters\""));
+    EXPECT_EQ(difference.found, text("\"Letters\""));
+}
+
+TEST_F(ObjectLookups, DifferencesTellOperatorsAndMissingProperties)
+{
+    QWindow window;
+    window.setTitle(text("a \"b\""));
+    const auto expected = [this](const char *name) {
+        const QList<LookupCandidate> closest = application.closestObjects(text(name), 1);
+        return closest.isEmpty() || closest.first().differences.isEmpty() ? QString()
+                                                                          : closest.first().differences.first().expected
+                + QLatin1Char('|') + closest.first().differences.first().found;
+    };
+    EXPECT_EQ(expected("[title*=\"x\"]"), text("*=\"x\"|\"a \\\"b\\\"\""));
+    EXPECT_EQ(expected("[title^=\"x\"]"), text("^=\"x\"|\"a \\\"b\\\"\""));
+    EXPECT_EQ(expected("[title$=\"x\"]"), text("$=\"x\"|\"a \\\"b\\\"\""));
+    EXPECT_EQ(expected("[title=/x/i]"), text("=/x/i|\"a \\\"b\\\"\""));
+    EXPECT_EQ(expected("[nonsense=\"x\"]"), text("\"x\"|no such property"));
+    EXPECT_EQ(expected("QWidget"), text("\"QWidget\"|\"QWindow\""));
+    EXPECT_EQ(expected("QWindow:nth(2)"), text("\"2\"|\"1\""));
+}
+
+TEST_F(ObjectLookups, NothingIsCloseToATextThatIsNoName)
+{
+    QWindow window;
+    EXPECT_TRUE(application.closestObjects(text("QWindow ["), 5).isEmpty());
+    EXPECT_TRUE(application.closestObjects(QString(), 5).isEmpty());
+    EXPECT_TRUE(application.closestObjects(text("@unknown"), 5).isEmpty());
+    EXPECT_TRUE(application.closestObjects(text("QWindow"), 0).isEmpty());
 }

@@ -7,8 +7,10 @@
 #include "wrappers/qt/extensions/qtquick/quicknames_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/functions/quickfunctions.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemlookup.h"
+#include "wrappers/qt/lookupcandidates.h"
 #include "wrappers/qt/wrapping.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/private/qquickflickable_p.h>
@@ -23,6 +25,31 @@ template<QList<QQuickItem *> (*itemsBelow)(QObject *)>
 SharedPtr<Object> findBelow(QObject *container, const ObjectName &name, QList<QString> &mismatched)
 {
     return findQuickItem(itemsBelow(container), name, mismatched);
+}
+
+// What a window is filled with stands in no container, as it is the window for
+// all that is below it; nor do the items that a window owns outside of its scene.
+ObjectList itemsWithoutContainer()
+{
+    ObjectList objects;
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (QWindow *window : windows) {
+        const auto *const quickWindow = qobject_cast<QQuickWindow *>(window);
+        if (!quickWindow)
+            continue;
+        objects.push_back(wrapAndRegisterQObject(quickWindow->contentItem()));
+        const QList<QQuickItem *> items = itemsBelowWindow(window);
+        for (QQuickItem *item : items) {
+            if (item->window())
+                continue;
+            const SharedPtr<Object> outside = wrapAndRegisterQObject(item);
+            objects.push_back(outside);
+            const ObjectList below = objectsBelow(outside);
+            for (const SharedPtr<Object> &object : below)
+                objects.push_back(object);
+        }
+    }
+    return objects;
 }
 
 } // namespace
@@ -46,6 +73,7 @@ void setupQtQuick()
     registerChildrenFinder(&QQuickItem::staticMetaObject, itemChildren);
     registerChildrenFinder(&QQuickWindow::staticMetaObject, windowChildren);
 
+    Application::self()->registerTopLevelObjects(itemsWithoutContainer);
     Application::self()->registerFinder(itemClass, findBelow<itemsBelowItem>);
     Application::self()->registerFinder(windowClass, findBelow<itemsBelowWindow>);
 

@@ -164,6 +164,27 @@ ObjectName QuickItemNameSource::objectName(QObject *object) const
     return item ? name : ObjectName();
 }
 
+QString QuickItemNameSource::realName(QObject *object) const
+{
+    ObjectName name = objectName(object);
+    if (name.isEmpty() || !name.property(QStringLiteral("container")).stringValue().isEmpty())
+        return name.qualifiedName();
+    const SharedPtr<Object> item = wrapAndRegisterQObject(object);
+    Application *const application = Application::self();
+    const ObjectList objects = application->topLevelObjects();
+    int occurrence = 1;
+    for (const SharedPtr<Object> &other : objects) {
+        if (other->sameAs(item)) {
+            if (occurrence > 1)
+                setText(&name, QStringLiteral("occurrence"), QString::number(occurrence));
+            break;
+        }
+        if (application->nameGenerator()->mismatchedProperties(other, name.properties()).isEmpty())
+            ++occurrence;
+    }
+    return name.qualifiedName();
+}
+
 QString QuickItemNameSource::scriptName(QObject *object) const
 {
     return UnverifiedNames::areWanted() ? realName(object) : qualifiedQuickItemName(wrapAndRegisterQObject(object));

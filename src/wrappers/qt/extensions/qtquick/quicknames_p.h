@@ -13,6 +13,9 @@ class QuickItemNameSource final : public NameSource
 public:
     /// \p object must be a QQuickItem.
     ObjectName objectName(QObject *object) const override;
+    /// For an item that stands in no container: the name that tells it from all
+    /// others that don't.
+    QString realName(QObject *object) const override;
     /// The name that tells \p object from all others below its container.
     QString scriptName(QObject *object) const override;
     /// The text that lookup compares, an extension's included.

@@ -313,4 +313,31 @@ TEST_F(QuickNames, EqualWindowsAreNumberedInTheirItemsContainers)
     EXPECT_EQ(container.occurrenceValue(), 2);
 }
 
+TEST_F(QuickNames, ContentItemsAreFoundByTheirNames)
+{
+    QQuickWindow first;
+    QQuickWindow second;
+    QQuickItem item(second.contentItem());
+    const auto found = [](QObject *object) {
+        return nativeQObject(Application::self()->objectForName(scriptName(object)));
+    };
+    EXPECT_EQ(found(first.contentItem()), first.contentItem());
+    EXPECT_EQ(found(second.contentItem()), second.contentItem());
+    EXPECT_NE(scriptName(first.contentItem()), scriptName(second.contentItem()));
+    EXPECT_EQ(found(&item), &item);
+    EXPECT_EQ(found(&second), &second);
+}
+
+TEST_F(QuickNames, ItemsThatAWindowOwnsOutsideOfItsSceneAreFoundByTheirNames)
+{
+    QQuickWindow window;
+    auto *const outside = new QQuickItem;
+    outside->setParent(&window);
+    auto *const inner = new QQuickItem(outside);
+    for (QQuickItem *item : {outside, inner}) {
+        const QString text = scriptName(item);
+        EXPECT_EQ(nativeQObject(Application::self()->objectForName(text)), item) << qPrintable(text);
+    }
+}
+
 #include "tst_quicknames.moc"
