@@ -4,6 +4,7 @@ statement each that moves the right flickable by the way of its content."""
 import os
 import re
 import tempfile
+import time
 import unittest
 from pathlib import Path
 
@@ -37,6 +38,8 @@ class RecordFlicks(unittest.TestCase):
         self.window.move_to(*points[0])
         xdotool("mousedown", 1)
         for point in points[1:]:
+            # Of moves that are queued at once, Qt delivers the last one only.
+            time.sleep(0.02)
             self.window.move_to(*point)
         xdotool("mouseup", 1)
 
