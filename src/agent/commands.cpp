@@ -340,10 +340,13 @@ Commands::Outcome Commands::grab(const QJsonObject &params)
     QByteArray png;
     QBuffer buffer(&png);
     picture.save(&buffer, "PNG");
-    return success({{QStringLiteral("png"), QString::fromLatin1(png.toBase64())},
-                    {QStringLiteral("width"), picture.width()},
-                    {QStringLiteral("height"), picture.height()},
-                    {QStringLiteral("ratio"), picture.devicePixelRatio()}});
+    QJsonObject result{{QStringLiteral("png"), QString::fromLatin1(png.toBase64())},
+                       {QStringLiteral("width"), picture.width()},
+                       {QStringLiteral("height"), picture.height()},
+                       {QStringLiteral("ratio"), picture.devicePixelRatio()}};
+    if (qobject_cast<QWindow *>(QtWrapper::nativeQObject(object)))
+        result.insert(QStringLiteral("window"), m_handles.handleFor(object));
+    return success(result);
 }
 
 Commands::Outcome Commands::release(const QJsonObject &params)

@@ -105,6 +105,17 @@ QString errorIn(const QVariant &result)
 
 } // namespace
 
+bool hasMethod(const QObject *object, const QString &name)
+{
+    const QByteArray wanted = name.toUtf8();
+    const QMetaObject *const type = object->metaObject();
+    for (int i = 0; i < type->methodCount(); ++i) {
+        if (type->method(i).name() == wanted && isCallable(type->method(i)))
+            return true;
+    }
+    return false;
+}
+
 MethodResult callMethod(QObject *object, const QString &name, const QVariantList &arguments)
 {
     std::optional<Candidate> candidate = bestCandidate(object, name.toUtf8(), arguments);

@@ -22,6 +22,9 @@ struct MethodResult
     QString problem;
 };
 
+/// True if \p object has a method of that name that callMethod() would call.
+bool hasMethod(const QObject *object, const QString &name);
+
 /// Calls the slot, invokable or QML function \p name of \p object, which must be
 /// alive. Of several overloads that take \p arguments the one with the fewest
 /// conversions. Whatever the method does, it does before this returns.

@@ -1,5 +1,6 @@
 #include "agent/objectproperties.h"
 
+#include "agent/methodcall.h"
 #include "agent/valueencoding.h"
 
 #include <QtCore/QMetaProperty>
@@ -59,6 +60,9 @@ QJsonObject namedProperties(QObject *object, const QStringList &names, ValueEnco
             values.insert(name, encoding->encode(property.read()));
         else if (guard && hasDynamicProperty(object, name))
             values.insert(name, encoding->encode(object->property(name.toUtf8())));
+        else if (guard && hasMethod(object, name))
+            values.insert(name, QJsonObject{{QStringLiteral("type"), QStringLiteral("method")},
+                                            {QStringLiteral("text"), name}});
         else
             *problem = QStringLiteral("%1 has no property \"%2\"").arg(type, name);
         if (!problem->isEmpty())

@@ -16,6 +16,7 @@ class ValueEncoding;
 QJsonObject allProperties(QObject *object, ValueEncoding *encoding);
 
 /// Same for the properties \p names, which may lead into values ("font.bold").
+/// A method among them is named instead of read: {"type": "method", "text": name}.
 /// Stops at the first one that the object does not have, and says so in \p problem.
 QJsonObject namedProperties(QObject *object, const QStringList &names, ValueEncoding *encoding, QString *problem);
 

@@ -226,6 +226,14 @@ TEST_F(FormCommands, AllReadablePropertiesComeWithoutNames)
     EXPECT_TRUE(values.contains(QStringLiteral("objectName")));
 }
 
+TEST_F(FormCommands, MethodsAreNamedWhereAPropertyIsAskedFor)
+{
+    EXPECT_EQ(propertyOf("WindowQmlImpl#form #save", "forceActiveFocus"),
+              QJsonValue(json(R"({"type": "method", "text": "forceActiveFocus"})")));
+    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "requestActivate"),
+              QJsonValue(json(R"({"type": "method", "text": "requestActivate"})")));
+}
+
 TEST_F(FormCommands, UnknownPropertiesAreErrorsThatSayWhich)
 {
     const Protocol::Error error = failureOf("properties",
@@ -415,6 +423,9 @@ TEST_F(FormCommands, GrabTakesAPictureOfTheWindowOrAnItem)
     };
     EXPECT_EQ(pictureIn(ask("grab")), QSize(300, 200));
     EXPECT_EQ(pictureIn(ask("grab", json(R"({"name": "WindowQmlImpl#form #twin"})"))), QSize(50, 40));
+    const int form = handleOf("WindowQmlImpl#form");
+    EXPECT_EQ(ask("grab").value(QStringLiteral("window")).toInt(), form);
+    EXPECT_FALSE(ask("grab", json(R"({"name": "WindowQmlImpl#form #twin"})")).contains(QStringLiteral("window")));
     window()->hide();
     EXPECT_EQ(failureOf("grab").code, Protocol::FunctionFailed);
     EXPECT_EQ(failureOf("grab", json(R"({"name": "WindowQmlImpl#form"})")).code, Protocol::FunctionFailed);
