@@ -7,7 +7,7 @@ _vantle()
     COMPREPLY=()
 
     if [[ $COMP_CWORD -eq 1 ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "record inspect doctor --help --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "record replay inspect doctor --help --version" -- "$current")
         return
     fi
 
@@ -100,6 +100,31 @@ _vantle()
                 --start-timeout --extensions --names -h --help --" -- "$current")
         else
             mapfile -t COMPREPLY < <(compgen -c -- "$current")
+        fi
+        ;;
+    replay)
+        # Scripts and options in any order, and behind "--" the program.
+        local i
+        for ((i = 2; i < COMP_CWORD; i++)); do
+            [[ ${COMP_WORDS[i]} == -- ]] || continue
+            if ((i + 1 == COMP_CWORD)); then
+                mapfile -t COMPREPLY < <(compgen -c -- "$current")
+            else
+                mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            fi
+            return
+        done
+        case $previous in
+        --timeout | --start-timeout | --workers)
+            return
+            ;;
+        esac
+        if [[ $current == -* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "--timeout --start-timeout --junit --report --update-images \
+                --record --workers --offscreen --share-display --fresh-settings \
+                --extensions --names -h --help --" -- "$current")
+        else
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
         fi
         ;;
     doctor)

@@ -9,10 +9,16 @@ Arguments::Arguments(const Command &command, const QStringList &words) : m_comma
     read(words);
     if (m_wantsHelp || !m_error.isEmpty())
         return;
-    if (m_command.takesProgram && (m_programWords.isEmpty() || m_programWords.first().isEmpty()))
+    if (m_command.takesFiles) {
+        if (m_fileWords.isEmpty())
+            fail(QStringLiteral("the name of a file is missing ahead of \"--\""));
+        else if (!m_programWords.isEmpty() && m_programWords.first().isEmpty())
+            fail(QStringLiteral("the program to start is missing"));
+    } else if (m_command.takesProgram && (m_programWords.isEmpty() || m_programWords.first().isEmpty())) {
         fail(QStringLiteral("the program to start is missing"));
-    else if (!m_command.takesProgram && !m_programWords.isEmpty())
+    } else if (!m_command.takesProgram && !m_programWords.isEmpty()) {
         fail(QStringLiteral("unexpected argument \"%1\"").arg(m_programWords.first()));
+    }
 }
 
 void Arguments::read(const QStringList &words)
@@ -24,8 +30,13 @@ void Arguments::read(const QStringList &words)
             ++i;
             break;
         }
-        if (word.size() < 2 || !word.startsWith(QLatin1Char('-')))
-            break;
+        if (word.size() < 2 || !word.startsWith(QLatin1Char('-'))) {
+            if (!m_command.takesFiles)
+                break;
+            m_fileWords.append(word);
+            ++i;
+            continue;
+        }
         if (word == QLatin1String("--help") || word == QLatin1String("-h")) {
             m_wantsHelp = true;
             return;

@@ -11,7 +11,8 @@ namespace Vantle::Tool {
 ///
 /// Options come as `--name VALUE`, `--name=VALUE`, `-n VALUE` or `-nVALUE`.
 /// They end at `--` or at the first word that is no option, since what follows
-/// belongs to the program under test.
+/// belongs to the program under test. For a command that takes files they end at
+/// `--` only, and may stand between the files.
 class Arguments
 {
 public:
@@ -33,6 +34,9 @@ public:
     /// All values of an option that can be repeated, in order.
     QStringList values(const QString &longName) const { return m_values.value(longName); }
 
+    /// The files of a command that takes some.
+    QStringList fileWords() const { return m_fileWords; }
+
     /// The program and its arguments.
     QStringList programWords() const { return m_programWords; }
 
@@ -48,6 +52,7 @@ private:
 
     Command m_command;
     QHash<QString, QStringList> m_values;
+    QStringList m_fileWords;
     QStringList m_programWords;
     QString m_error;
     bool m_wantsHelp = false;

@@ -28,6 +28,9 @@ struct Command
     QList<Option> options;
     QStringList examples;
     bool takesProgram = false; ///< ends in PROGRAM ARGS, which is required then
+    /// Files come ahead of "--" and PROGRAM ARGS behind it: the files are
+    /// required then, and the program is not.
+    bool takesFiles = false;
     int (*run)(const Arguments &arguments) = nullptr;
 };
 

@@ -8,6 +8,7 @@
 #include "tool/inspect/inspectcommand.h"
 #include "tool/installation.h"
 #include "tool/recordcommand.h"
+#include "tool/replay/replaycommand.h"
 
 #include <algorithm>
 
@@ -39,7 +40,8 @@ QString commandNames()
 
 const QList<Command> &commands()
 {
-    static const QList<Command> table{recordCommand(), Inspect::inspectCommand(), doctorCommand()};
+    static const QList<Command> table{recordCommand(), Replay::replayCommand(), Inspect::inspectCommand(),
+                                      doctorCommand()};
     return table;
 }
 

@@ -39,8 +39,8 @@ QString generalHelp(const QList<Command> &commands)
         rows.append({command.name, command.summary});
     return QStringLiteral("Usage: vantle COMMAND [OPTIONS]\n"
                           "\n"
-                          "Records what a user does in a Qt 6 program as a test script. The program\n"
-                          "needs no change and no special build.\n"
+                          "Records what a user does in a Qt 6 program as a test script, and runs such\n"
+                          "scripts. The program needs no change and no special build.\n"
                           "\n"
                           "Commands:\n")
         + twoColumns(rows)

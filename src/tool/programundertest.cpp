@@ -110,6 +110,18 @@ void ProgramUnderTest::prepareProcess(const LaunchOptions &options)
     environment.insert(QLatin1String(Protocol::Variable::token), QString::fromLatin1(m_token));
     m_process->setProcessEnvironment(environment);
 
+    prepareStreams(options);
+}
+
+void ProgramUnderTest::prepareStreams(const LaunchOptions &options)
+{
+    if (!options.outputFile.isEmpty()) {
+        m_process->setStandardInputFile(QProcess::nullDevice());
+        m_process->setStandardOutputFile(options.outputFile, QIODevice::Append);
+        m_process->setStandardErrorFile(options.outputFile, QIODevice::Append);
+        m_process->setChildProcessModifier([] { ::setpgid(0, 0); });
+        return;
+    }
     m_process->setProcessChannelMode(QProcess::ForwardedChannels);
     // In its own process group the program would be stopped for reading from
     // the terminal; anything else may be read.

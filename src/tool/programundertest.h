@@ -29,6 +29,9 @@ struct LaunchOptions
     Protocol::HelloResult settings;         ///< what the agent is told to do
     QMap<QString, QString> environment;     ///< on top of the tool's own
     bool standardOutputToError = false;     ///< keeps the tool's standard output to itself
+    /// File that everything the program prints is appended to; the program
+    /// reads nothing then. Empty: it shares the tool's streams.
+    QString outputFile;
 };
 
 /// How a program ended.
@@ -98,6 +101,7 @@ Q_SIGNALS:
 
 private:
     void prepareProcess(const LaunchOptions &options);
+    void prepareStreams(const LaunchOptions &options);
     void acceptCallers();
     void answerHello(Protocol::Connection *caller, pid_t process, const QJsonObject &params,
                      const Protocol::Responder &responder);

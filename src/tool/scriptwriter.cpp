@@ -54,7 +54,7 @@ void ScriptWriter::synchronise()
 
 void ScriptWriter::writeLine(const QString &line)
 {
-    const bool printed = Console::print(line + QLatin1Char('\n'));
+    const bool printed = !m_prints || Console::print(line + QLatin1Char('\n'));
     if (m_file && !m_file->append(line))
         noteError(m_file->errorString());
     else if (!m_file && !printed)

@@ -11,7 +11,8 @@
 
 namespace Vantle::Tool {
 
-/// Writes a recording: to standard output and, if there is one, to a file.
+/// Writes a recording: to standard output, unless it is to be kept off there,
+/// and, if there is one, to a file.
 /// Each line is with the system before the call returns, and on the disk when
 /// synchronise() or end() has returned.
 class ScriptWriter
@@ -20,6 +21,9 @@ public:
     /// Makes \p path a second place that the script goes to. False if it can't
     /// be written. Nothing is changed in the file before begin().
     bool openFile(const QString &path);
+
+    /// Writes to the file only.
+    void keepOffStandardOutput() { m_prints = false; }
 
     /// Writes the head of the script.
     void begin(const QStringList &programWords, const QDateTime &now);
@@ -50,6 +54,7 @@ private:
     QString m_error;
     int m_count = 0;
     bool m_begun = false;
+    bool m_prints = true;
 };
 
 } // namespace Vantle::Tool

@@ -1,46 +1,17 @@
 #include "tool/statementtext.h"
 
+#include "tool/enumerators.h"
 #include "tool/stringliteral.h"
 
 #include <QtCore/QLocale>
 #include <QtCore/QStringList>
 
 #include <algorithm>
-#include <array>
 #include <span>
 
 namespace Vantle::Tool {
 
 namespace {
-
-struct NamedValue
-{
-    quint32 value;
-    const char *name;
-};
-
-// Those that Qt names after what they do; its other buttons are numbered.
-constexpr std::array<NamedValue, 6> buttons{{
-    {0x01, "Qt.LeftButton"},
-    {0x02, "Qt.RightButton"},
-    {0x04, "Qt.MiddleButton"},
-    {0x08, "Qt.BackButton"},
-    {0x10, "Qt.ForwardButton"},
-    {0x20, "Qt.TaskButton"},
-}};
-
-constexpr std::array<NamedValue, 6> modifiers{{
-    {0x04000000, "Qt.ControlModifier"},
-    {0x02000000, "Qt.ShiftModifier"},
-    {0x08000000, "Qt.AltModifier"},
-    {0x10000000, "Qt.MetaModifier"},
-    {0x20000000, "Qt.KeypadModifier"},
-    {0x40000000, "Qt.GroupSwitchModifier"},
-}};
-
-constexpr std::array<const char *, 5> windowStates{
-    "WindowState.None", "WindowState.Normal", "WindowState.Maximize", "WindowState.Minimize", "WindowState.Fullscreen",
-};
 
 QString numberText(const QJsonValue &value)
 {
@@ -59,14 +30,20 @@ std::optional<quint32> bitsOf(const QJsonValue &value)
     return static_cast<quint32>(number);
 }
 
-QString flagsText(quint32 bits, std::span<const NamedValue> names, const char *nameOfNone)
+/// An enumerator of `Qt` as it is written.
+QString qtName(const Enumerators::Named &named)
+{
+    return QStringLiteral("Qt.") + QLatin1String(named.name);
+}
+
+QString flagsText(quint32 bits, std::span<const Enumerators::Named> names, const Enumerators::Named &none)
 {
     if (bits == 0)
-        return QLatin1String(nameOfNone);
+        return qtName(none);
     QStringList parts;
-    for (const NamedValue &named : names) {
+    for (const Enumerators::Named &named : names) {
         if (bits & named.value) {
-            parts.append(QLatin1String(named.name));
+            parts.append(qtName(named));
             bits &= ~named.value;
         }
     }
@@ -78,7 +55,9 @@ QString flagsText(quint32 bits, std::span<const NamedValue> names, const char *n
 QString windowStateText(const QJsonValue &value)
 {
     const auto state = bitsOf(value);
-    return state && *state < windowStates.size() ? QString(QLatin1String(windowStates.at(*state))) : numberText(value);
+    if (!state || *state >= Enumerators::windowStates.size())
+        return numberText(value);
+    return QStringLiteral("WindowState.") + QLatin1String(Enumerators::windowStates.at(*state));
 }
 
 bool isIdentifier(const QString &name)
@@ -97,9 +76,9 @@ QString argumentText(const Protocol::StatementArgument &argument)
         return stringLiteral(argument.value.toString());
     const auto bits = bitsOf(argument.value);
     if (argument.type == QLatin1String("Qt::MouseButton") && bits)
-        return flagsText(*bits, buttons, "Qt.NoButton");
+        return flagsText(*bits, Enumerators::buttons, Enumerators::noButton);
     if (argument.type == QLatin1String("Qt::KeyboardModifiers") && bits)
-        return flagsText(*bits, modifiers, "Qt.NoModifier");
+        return flagsText(*bits, Enumerators::modifiers, Enumerators::noModifier);
     if (argument.type == QLatin1String("WindowState"))
         return windowStateText(argument.value);
     return numberText(argument.value);

@@ -57,6 +57,26 @@ TEST(Arguments, whatFollowsTheProgramIsItsOwn)
     }
 }
 
+TEST(Arguments, filesStandAheadOfTheProgramAmongTheOptions)
+{
+    Command command = someCommand(true);
+    command.takesFiles = true;
+    const auto read = [&](const char *words) {
+        return Arguments(command, QString(QLatin1String(words)).split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    };
+    const Arguments arguments = read("one -q two --file=x three -- p -q four");
+    EXPECT_EQ(arguments.errorString(), QString());
+    EXPECT_EQ(arguments.fileWords().join(QLatin1Char(' ')), QStringLiteral("one two three"));
+    EXPECT_EQ(arguments.programWords().join(QLatin1Char(' ')), QStringLiteral("p -q four"));
+    EXPECT_TRUE(arguments.has(quick));
+
+    EXPECT_EQ(read("one two").errorString(), QString());
+    EXPECT_TRUE(read("one two").programWords().isEmpty());
+    EXPECT_EQ(read("-q -- p").errorString(), QStringLiteral("the name of a file is missing ahead of \"--\""));
+    EXPECT_EQ(read("one --nonsense").errorString(), QStringLiteral("unknown option \"--nonsense\""));
+    EXPECT_TRUE(read("one --help").wantsHelp());
+}
+
 TEST(Arguments, aProgramMayBeginWithADashBehindTheSeparator)
 {
     EXPECT_EQ(parsed(QStringLiteral("-- -p")).programWords(), QStringList(QStringLiteral("-p")));

@@ -89,6 +89,17 @@ TEST(BashCompletion, offersProgramsBehindTheSeparator)
                     .contains(QStringLiteral("bash")));
 }
 
+TEST(BashCompletion, offersScriptsAndOptionsUpToTheProgram)
+{
+    const QString replay = QStringLiteral("replay");
+    const QString begun = QStringLiteral("--fresh");
+    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), begun}) == QStringList(QStringLiteral("--fresh-settings")));
+    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), QStringLiteral("--"), QStringLiteral("bas")})
+                    .contains(QStringLiteral("bash")));
+    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), QStringLiteral("--"), QStringLiteral("x"), begun}).isEmpty());
+    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("--workers"), QString()}).isEmpty());
+}
+
 TEST(ZshCompletion, knowsEveryCommandAndOption)
 {
     const QString script = contentOf(VANTLE_ZSH_COMPLETION);
@@ -99,7 +110,8 @@ TEST(ZshCompletion, knowsEveryCommandAndOption)
         const QString block = script.section(begin, 1).section(QStringLiteral(";;"), 0, 0);
         for (const QString &option : allOptions(command))
             EXPECT_TRUE(block.contains(option)) << qPrintable(option);
-        EXPECT_EQ(block.contains(QStringLiteral("1:program:")), command.takesProgram);
+        EXPECT_EQ(block.contains(QStringLiteral("1:program:")), command.takesProgram && !command.takesFiles);
+        EXPECT_EQ(block.contains(QStringLiteral("*:script:")), command.takesFiles);
     }
     EXPECT_TRUE(script.contains(QStringLiteral("--version")));
 }

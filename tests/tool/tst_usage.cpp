@@ -24,7 +24,7 @@ TEST(Usage, helpGoesToStandardOutputWithSuccess)
 
 TEST(Usage, everyCommandExplainsItselfWithExamples)
 {
-    for (const QString &command : {QStringLiteral("record"), QStringLiteral("doctor")}) {
+    for (const QString &command : {QStringLiteral("record"), QStringLiteral("replay"), QStringLiteral("doctor")}) {
         ToolRun run({command, QStringLiteral("--help")});
         EXPECT_EQ(run.exitCode(), 0);
         EXPECT_TRUE(run.output().startsWith(QStringLiteral("Usage: vantle %1 ").arg(command)));
@@ -43,8 +43,8 @@ TEST(Usage, versionIsOneLine)
 TEST(Usage, mistakesAreNamedAndEndWithThree)
 {
     const Usage mistakes[] = {
-        {{}, QStringLiteral("vantle: a command is missing; there are: record, inspect, doctor. See \"vantle --help\"\n")},
-        {{QStringLiteral("fly")}, QStringLiteral("vantle: unknown command \"fly\"; there are: record, inspect, doctor\n")},
+        {{}, QStringLiteral("vantle: a command is missing; there are: record, replay, inspect, doctor. See \"vantle --help\"\n")},
+        {{QStringLiteral("fly")}, QStringLiteral("vantle: unknown command \"fly\"; there are: record, replay, inspect, doctor\n")},
         {{QStringLiteral("--fly")}, QStringLiteral("vantle: unknown option \"--fly\"; see \"vantle --help\"\n")},
         {{QStringLiteral("record")},
          QStringLiteral("vantle: the program to start is missing; see \"vantle record --help\"\n")},

@@ -1,0 +1,426 @@
+// What scripts find in their global object. Runs once in each engine, as a
+// function of the host (ScriptHost), of the enumerators and of the global object.
+(function (host, enumerators, global) {
+    "use strict";
+
+    const remote = Symbol("remote object");
+    const shape = Symbol("type of a value");
+    const objects = new Map();
+    const methods = new WeakMap();
+    const limit = host.waitLimit;
+
+    const here = () => new Error().stack;
+
+    /// Makes the error of a failed request. Its `failure` leads the host to
+    /// what else is known about it.
+    function errorOf(reply) {
+        const error = new Error(reply.error);
+        error.name = reply.name;
+        error.failure = reply.failure;
+        return error;
+    }
+
+    function resultOf(text) {
+        const reply = JSON.parse(text);
+        if ("error" in reply)
+            throw errorOf(reply);
+        return reply.result;
+    }
+
+    /// Sends a request. `kind` is empty for one that is no step of the script.
+    function ask(kind, name, method, params) {
+        return resultOf(host.perform(kind, name, method, JSON.stringify(params), here()));
+    }
+
+    // The engine's own set of globals is older than this name.
+    Object.defineProperty(global, "globalThis", { value: global, writable: true, configurable: true });
+
+    // Values
+
+    const shapes = [
+        ["QRectF", ["height", "width", "x", "y"]],
+        ["QPointF", ["x", "y"]],
+        ["QSizeF", ["height", "width"]],
+    ];
+
+    function encodeObject(value) {
+        const keys = Object.keys(value);
+        const sorted = keys.slice().sort().join();
+        const known = shapes.find(([, names]) => names.join() === sorted);
+        if (known && keys.every(key => typeof value[key] === "number"))
+            return Object.assign({ type: value[shape] || known[0] }, value);
+        const entries = {};
+        for (const key of keys)
+            entries[key] = encode(value[key]);
+        return { type: "map", value: entries };
+    }
+
+    function encode(value) {
+        if (value === undefined || value === null)
+            return null;
+        if (typeof value === "number" && !Number.isFinite(value))
+            throw new TypeError(value + " can't be given to the program");
+        if (typeof value === "function" || typeof value === "symbol")
+            throw new TypeError("a " + typeof value + " can't be given to the program");
+        if (typeof value !== "object")
+            return value;
+        if (value[remote])
+            return value[remote];
+        if (Array.isArray(value))
+            return value.map(encode);
+        if (value instanceof Date)
+            return { type: "QDateTime", text: value.toISOString() };
+        return encodeObject(value);
+    }
+
+    function decodeTyped(value) {
+        switch (value.type) {
+        case "map": {
+            const result = {};
+            for (const key of Object.keys(value.value))
+                result[key] = decode(value.value[key]);
+            return result;
+        }
+        case "QDateTime":
+            return new Date(value.text);
+        case "QColor":
+            return value.text.length === 9 && value.text.startsWith("#ff") ? "#" + value.text.slice(3) : value.text;
+        }
+        if ("text" in value)
+            return value.text;
+        const result = Object.assign({}, value);
+        delete result.type;
+        // Invisible, but it goes back to the program with the value.
+        Object.defineProperty(result, shape, { value: value.type });
+        return result;
+    }
+
+    function decode(value) {
+        if (value === null || typeof value !== "object")
+            return value;
+        if (Array.isArray(value))
+            return value.map(decode);
+        return "object" in value ? objectOf(value) : decodeTyped(value);
+    }
+
+    // Objects of the program
+
+    function textOf(reference) {
+        return reference.name || reference.class + " without a name";
+    }
+
+    const isMethod = value => typeof value === "object" && value !== null && value.type === "method";
+
+    function methodOf(reference, name) {
+        const method = (...values) => {
+            const params = { object: reference.object, method: name, arguments: values.map(encode) };
+            return decode(ask("action", name, "invoke", params).result);
+        };
+        methods.set(method, `"${name}" is a method of ${textOf(reference)}: call it`);
+        return method;
+    }
+
+    const traps = {
+        get(target, name) {
+            const reference = target[remote];
+            if (name === remote)
+                return reference;
+            if (name === "toString" || name === "toJSON" || name === Symbol.toPrimitive)
+                return () => textOf(reference);
+            // Promises ask every object whether it is one of them.
+            if (typeof name === "symbol" || name === "then")
+                return undefined;
+            const read = ask("", name, "properties", { object: reference.object, names: [name] }).properties;
+            return isMethod(read[name]) ? methodOf(reference, name) : decode(read[name]);
+        },
+        set(target, name, value) {
+            const params = { object: target[remote].object, property: String(name), value: encode(value) };
+            ask("write", String(name), "setProperty", params);
+            return true;
+        },
+        has(target, name) {
+            if (typeof name === "symbol")
+                return name === remote;
+            try {
+                ask("", name, "properties", { object: target[remote].object, names: [name] });
+                return true;
+            } catch (error) {
+                if (error.name === "AgentError")
+                    return false;
+                throw error;
+            }
+        },
+        deleteProperty() {
+            throw new TypeError("a property of the program can't be deleted");
+        },
+        ownKeys() {
+            return [remote];
+        },
+    };
+
+    /// The one script object that stands for an object of the program.
+    function objectOf(reference) {
+        const known = objects.get(reference.object);
+        if (known)
+            return known;
+        const object = new Proxy({ [remote]: reference }, traps);
+        objects.set(reference.object, object);
+        return object;
+    }
+
+    function isRemote(value) {
+        return typeof value === "object" && value !== null && Boolean(value[remote]);
+    }
+
+    /// Parameters that name an object: a script object, a name, or nothing.
+    function target(value) {
+        if (value === undefined || value === null)
+            return {};
+        if (isRemote(value))
+            return { object: value[remote].object };
+        if (typeof value === "string")
+            return { name: value };
+        throw new TypeError("an object or the name of one is expected, not " + shown(value));
+    }
+
+    function nameOf(value) {
+        if (typeof value === "string")
+            return value;
+        throw new TypeError("the name of an object is expected, not " + shown(value));
+    }
+
+    function milliseconds(value) {
+        if (value === undefined)
+            return limit;
+        if (typeof value !== "number" || !(value >= 0))
+            throw new TypeError("a time in milliseconds is expected, not " + shown(value));
+        return Math.min(Math.round(value), 0x7fffffff);
+    }
+
+    global.findObject = name => objectOf(ask("", "findObject", "find", { name: nameOf(name) }));
+
+    global.objectExists = name => {
+        try {
+            global.findObject(name);
+            return true;
+        } catch (error) {
+            if (error.name === "ObjectNotFound")
+                return false;
+            throw error;
+        }
+    };
+
+    global.waitForObject = (name, time) => {
+        const params = { name: nameOf(name), timeout: milliseconds(time), ready: true };
+        return objectOf(ask("wait", "waitForObject", "find", params));
+    };
+
+    global.children = of => ask("", "children", "children", target(of)).objects.map(objectOf);
+
+    // Waiting
+
+    const passing = ["ObjectNotFound", "ObjectNotReady", "ObjectGone"];
+    const longestPause = 100;
+
+    function neverTrue(time, last) {
+        const reason = last ? "; the last time: " + last.message : "";
+        const error = new Error(`the condition did not come true within ${time / 1000} s${reason}`);
+        error.failure = last ? last.failure : 0;
+        return error;
+    }
+
+    function waitUntil(condition, time) {
+        const deadline = host.now() + time;
+        let last = null;
+        for (let pause = 5; ; pause = Math.min(2 * pause, longestPause)) {
+            try {
+                const value = condition();
+                if (methods.has(value))
+                    throw new TypeError(methods.get(value));
+                if (value)
+                    return value;
+                last = null;
+            } catch (error) {
+                // What isn't there may be on its way.
+                if (!passing.includes(error.name))
+                    throw error;
+                last = error;
+            }
+            const left = deadline - host.now();
+            if (left <= 0)
+                throw neverTrue(time, last);
+            host.pause(Math.min(pause, left));
+        }
+    }
+
+    global.waitFor = (condition, time) => {
+        if (typeof condition !== "function")
+            throw new TypeError("waitFor expects a function that gives the condition: waitFor(() => …)");
+        const step = host.begin("wait", "waitFor", here());
+        try {
+            const value = waitUntil(condition, milliseconds(time));
+            host.end(step);
+            return value;
+        } catch (error) {
+            error.failure = host.fail(step, error.message, error.failure || 0);
+            throw error;
+        }
+    };
+
+    global.snooze = seconds => {
+        if (typeof seconds !== "number" || !(seconds >= 0))
+            throw new TypeError("snooze expects a number of seconds, not " + shown(seconds));
+        resultOf(host.snooze(seconds, here()));
+    };
+
+    // Checks
+
+    /// A value as people read it.
+    function shown(value, depth = 0) {
+        if (typeof value === "string")
+            return JSON.stringify(value);
+        if (typeof value === "function")
+            return methods.has(value) ? "a function: " + methods.get(value) : "a function";
+        if (typeof value !== "object" || value === null)
+            return String(value);
+        if (isRemote(value))
+            return textOf(value[remote]);
+        if (value instanceof Date || value instanceof RegExp || value instanceof Error)
+            return String(value);
+        if (depth > 3)
+            return "…";
+        if (Array.isArray(value))
+            return "[" + value.map(entry => shown(entry, depth + 1)).join(", ") + "]";
+        const entries = Object.keys(value).map(key => `${key}: ${shown(value[key], depth + 1)}`);
+        return entries.length ? "{ " + entries.join(", ") + " }" : "{}";
+    }
+
+    // Layouts compute; the last bits of a number are no difference.
+    function sameNumber(one, other) {
+        return one === other || (Number.isNaN(one) && Number.isNaN(other))
+            || Math.abs(one - other) <= 1e-12 * Math.max(Math.abs(one), Math.abs(other));
+    }
+
+    /// Adds what differs between two values to `list`, each with its place.
+    function differences(actual, expected, place, list) {
+        const areNumbers = typeof actual === "number" && typeof expected === "number";
+        if (areNumbers ? sameNumber(actual, expected) : actual === expected)
+            return list;
+        const comparable = value => typeof value === "object" && value !== null && !isRemote(value);
+        if (comparable(actual) && comparable(expected)) {
+            if (actual instanceof Date && expected instanceof Date) {
+                if (actual.getTime() === expected.getTime())
+                    return list;
+            } else if (Array.isArray(actual) === Array.isArray(expected) && !(actual instanceof Date)) {
+                const inside = Array.isArray(actual) ? key => `${place}[${key}]`
+                    : key => (place ? place + "." : "") + key;
+                const keys = new Set([...Object.keys(expected), ...Object.keys(actual)]);
+                for (const key of keys)
+                    differences(actual[key], expected[key], inside(key), list);
+                return list;
+            }
+        }
+        list.push({ key: place || "value", expected: shown(expected), found: shown(actual) });
+        return list;
+    }
+
+    function words(message) {
+        return message === undefined ? "" : typeof message === "string" ? message : shown(message);
+    }
+
+    function check(passed, name, message, list) {
+        host.check(passed, name, words(message), JSON.stringify(list || []), here());
+        return passed;
+    }
+
+    const test = {};
+
+    test.compare = (actual, expected, message) => {
+        const list = differences(actual, expected, "", []);
+        return check(list.length === 0, "test.compare", message, list);
+    };
+
+    test.verify = (condition, message) => {
+        const reason = methods.get(condition);
+        if (reason)
+            return check(false, "test.verify", message === undefined ? reason : `${words(message)} (${reason})`);
+        return check(Boolean(condition), "test.verify", message);
+    };
+
+    test.pass = message => check(true, "test.pass", message);
+    test.fail = message => check(false, "test.fail", message);
+    test.log = (...values) => host.log("test.log", values.map(words).join(" "), false, here());
+
+    test.screenshot = (of, file) => {
+        resultOf(host.screenshot(JSON.stringify(target(of)), words(file), here()));
+    };
+
+    test.compareImage = (of, file, options) => {
+        if (typeof file !== "string" || !file)
+            throw new TypeError("test.compareImage expects the name of the kept picture, not " + shown(file));
+        const settings = Object.assign({ tolerance: 0, pixels: 0 }, options);
+        for (const key of Object.keys(settings)) {
+            if (key !== "tolerance" && key !== "pixels")
+                throw new TypeError(`test.compareImage knows the options tolerance and pixels, not "${key}"`);
+            if (typeof settings[key] !== "number" || !(settings[key] >= 0))
+                throw new TypeError(`the option "${key}" of test.compareImage is a number from 0 on`);
+        }
+        const { tolerance, pixels } = settings;
+        return resultOf(host.compareImage(JSON.stringify(target(of)), file, tolerance, pixels, here()));
+    };
+
+    global.test = Object.freeze(test);
+
+    global.console = {};
+    for (const name of ["log", "info", "debug", "warn", "error"]) {
+        const isWarning = name === "warn" || name === "error";
+        global.console[name] = (...values) =>
+            host.log("console." + name, values.map(words).join(" "), isWarning, here());
+    }
+
+    // Programs
+
+    const own = new Set(Object.getOwnPropertyNames(global));
+
+    /// Makes a global function of everything that the agent offers.
+    function defineFunctions(names) {
+        for (const name of names) {
+            if (own.has(name))
+                continue;
+            global[name] = (...values) => {
+                const params = { function: name, arguments: values.map(encode), timeout: limit };
+                return decode(ask("action", name, "call", params).result);
+            };
+        }
+    }
+
+    global.startApplication = (...words) => {
+        if (!words.every(word => typeof word === "string"))
+            throw new TypeError("startApplication expects a program and its arguments as texts");
+        objects.clear();
+        defineFunctions(resultOf(host.start(JSON.stringify(words), here())));
+    };
+
+    global.closeApplication = () => resultOf(host.close(here()));
+    global.waitForExit = time => resultOf(host.waitForExit(milliseconds(time), here()));
+    own.add("startApplication").add("closeApplication").add("waitForExit");
+
+    for (const name of Object.keys(enumerators)) {
+        global[name] = Object.freeze(enumerators[name]);
+        own.add(name);
+    }
+
+    global.$vantleImport = (file, names) => {
+        const module = host.importModule(file, here());
+        if (typeof module === "string")
+            throw new Error(module);
+        for (const name of names) {
+            if (!(name in module))
+                throw new SyntaxError(`"${file}" exports no "${name}"`);
+        }
+        return module;
+    };
+    own.add("$vantleImport");
+
+    return { defineFunctions };
+})

@@ -1,0 +1,227 @@
+#include "tool/replay/programsession.h"
+
+#include "tool/agentdiagnosis.h"
+#include "tool/signalnames.h"
+
+#include <QtCore/QDeadlineTimer>
+#include <QtCore/QTimer>
+
+#include <algorithm>
+#include <utility>
+
+namespace Vantle::Tool::Replay {
+
+using Protocol::LogMessage;
+using Protocol::Reply;
+using Protocol::Statement;
+
+namespace {
+
+// How long a program may take to close its windows when asked to, until it is
+// ended by signals.
+constexpr std::chrono::seconds quitLimit(5);
+
+// The signals themselves are given five seconds by ProgramUnderTest.
+constexpr std::chrono::seconds endLimit(10);
+
+} // namespace
+
+ProgramSession::ProgramSession(const Installation &installation, QObject *parent)
+    : QObject(parent)
+    , m_installation(installation)
+{
+}
+
+ProgramSession::~ProgramSession()
+{
+    drop();
+}
+
+QString ProgramSession::start(const LaunchOptions &options)
+{
+    finish();
+    drop();
+    m_program = std::make_unique<ProgramUnderTest>(m_installation);
+    connect(m_program.get(), &ProgramUnderTest::agentReady, this, [this] {
+        m_ready = true;
+        listen();
+        wake();
+    });
+    const auto fail = [this](const QString &reason) {
+        m_failure = reason;
+        wake();
+    };
+    connect(m_program.get(), &ProgramUnderTest::startFailed, this, fail);
+    connect(m_program.get(), &ProgramUnderTest::agentMissing, this, fail);
+    connect(m_program.get(), &ProgramUnderTest::agentLost, this, &ProgramSession::wake);
+    connect(m_program.get(), &ProgramUnderTest::ended, this, [this](const ProgramEnd &end) {
+        m_end = end;
+        wake();
+    });
+    m_program->start(options);
+    runUntil([this] { return m_ready || !m_failure.isEmpty() || m_end; }, options.startLimit + endLimit);
+    if (m_ready && !m_end)
+        return QString();
+
+    QString reason = m_failure;
+    if (m_end) {
+        reason = QStringLiteral("\"%1\" %2 before its agent reported. %3")
+                     .arg(options.words.first(), endText(), likelyCauses(m_installation.plugin));
+    } else if (m_stopped) {
+        reason = QStringLiteral("stopped while \"%1\" was starting").arg(options.words.first());
+    }
+    drop();
+    return reason;
+}
+
+void ProgramSession::listen()
+{
+    Protocol::Connection *agent = m_program->connection();
+    agent->onNotification(Protocol::Method::statement, [this](const QJsonObject &params) {
+        if (const auto statement = Statement::fromJson(params))
+            Q_EMIT statementRecorded(*statement);
+    });
+    agent->onNotification(Protocol::Method::log, [this](const QJsonObject &params) {
+        if (const auto log = LogMessage::fromJson(params))
+            Q_EMIT logged(log->level == LogMessage::Warning, log->message);
+    });
+    connect(agent, &Protocol::Connection::protocolError, this,
+            [this](const QString &reason) { Q_EMIT logged(true, QStringLiteral("lost the agent: %1").arg(reason)); });
+}
+
+Answer ProgramSession::request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit)
+{
+    if (m_stopped)
+        return {Answer::Stopped, {}, {Protocol::InternalError, QStringLiteral("the replay was stopped")}};
+    if (!m_program)
+        return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("no program was started")}};
+    if (m_end || !m_program->connection()) {
+        waitForEnd(quitLimit);
+        return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("the program ") + endText()}};
+    }
+
+    // Shared with the handler, which may be called after this has returned.
+    const auto reply = std::make_shared<std::optional<Reply>>();
+    const QPointer<ProgramSession> self(this);
+    m_program->connection()->sendRequest(method, params, [reply, self](const Reply &answer) {
+        *reply = answer;
+        if (self)
+            self->wake();
+    });
+    const bool answered = runUntil([&] { return reply->has_value(); }, limit);
+    if (m_stopped)
+        return {Answer::Stopped, {}, {Protocol::InternalError, QStringLiteral("the replay was stopped")}};
+    if (!answered) {
+        const QString seconds = QString::number(static_cast<double>(limit.count()) / 1000.0);
+        return {Answer::TimedOut,
+                {},
+                {Protocol::InternalError,
+                 QStringLiteral("the program did not answer within %1 s: its event loop hangs").arg(seconds)}};
+    }
+    if (!(*reply)->isError())
+        return {Answer::Result, (*reply)->result, {}};
+    if ((*reply)->error->code != Protocol::Disconnected)
+        return {Answer::Refused, {}, *(*reply)->error};
+    waitForEnd(quitLimit);
+    return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("the program ") + endText()}};
+}
+
+bool ProgramSession::pause(std::chrono::milliseconds time)
+{
+    const bool hadProgram = isRunning();
+    runUntil([&] { return hadProgram && m_end.has_value(); }, time);
+    return !m_stopped && isRunning() == hadProgram;
+}
+
+bool ProgramSession::waitForEnd(std::chrono::milliseconds limit)
+{
+    return runUntil([this] { return m_end.has_value(); }, limit);
+}
+
+void ProgramSession::finish()
+{
+    if (!isRunning() || m_ending)
+        return;
+    m_ending = true;
+    if (m_program->connection() && !m_stopped) {
+        m_askedToQuit = true;
+        m_program->connection()->sendRequest(Protocol::Method::quit, {}, nullptr);
+        waitForEnd(quitLimit);
+    }
+    if (!m_end) {
+        m_program->end();
+        // Also when the user is in a hurry: nothing is to be left behind.
+        const bool wasStopped = std::exchange(m_stopped, false);
+        runUntil([this] { return m_end.has_value(); }, endLimit);
+        m_stopped = m_stopped || wasStopped;
+    }
+    m_ending = false;
+}
+
+void ProgramSession::stop()
+{
+    // A second time: no more patience with a program that is being ended.
+    if (m_stopped && m_program)
+        m_program->kill();
+    m_stopped = true;
+    if (m_ending && isRunning())
+        m_program->kill();
+    wake();
+}
+
+QString ProgramSession::endText() const
+{
+    if (!m_end)
+        return QStringLiteral("has lost its agent, but runs on");
+    if (m_end->crashed)
+        return QStringLiteral("ended with ") + signalText(m_end->number);
+    return QStringLiteral("ended with exit code %1").arg(m_end->number);
+}
+
+bool ProgramSession::diedBadly() const
+{
+    return m_end && !m_end->requested && (m_end->crashed || (m_end->number != 0 && !m_askedToQuit));
+}
+
+QString ProgramSession::description() const
+{
+    if (!m_program || !m_program->agent())
+        return QString();
+    const Protocol::Hello &hello = *m_program->agent();
+    return QStringLiteral("%1, process %2, Qt %3, %4")
+        .arg(hello.program, QString::number(hello.pid), hello.qtVersion, hello.platform);
+}
+
+void ProgramSession::wake()
+{
+    for (QEventLoop *loop : std::as_const(m_loops))
+        loop->quit();
+}
+
+bool ProgramSession::runUntil(const std::function<bool()> &done, std::chrono::milliseconds limit)
+{
+    const QDeadlineTimer deadline(limit);
+    QEventLoop loop;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setSingleShot(true);
+    connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+    m_loops.append(&loop);
+    while (!done() && !m_stopped && !deadline.hasExpired()) {
+        timer.start(std::max(std::chrono::milliseconds(1), std::chrono::milliseconds(deadline.remainingTime())));
+        loop.exec();
+    }
+    m_loops.removeOne(&loop);
+    return done();
+}
+
+void ProgramSession::drop()
+{
+    m_program.reset();
+    m_end.reset();
+    m_failure.clear();
+    m_ready = false;
+    m_askedToQuit = false;
+}
+
+} // namespace Vantle::Tool::Replay

@@ -1,0 +1,167 @@
+#include "tool/replay/replaycommand.h"
+
+#include "tool/arguments.h"
+#include "tool/console.h"
+#include "tool/exitcode.h"
+#include "tool/programoptions.h"
+#include "tool/replay/replayrun.h"
+#include "tool/replay/virtualdisplay.h"
+
+#include <QtCore/QFileInfo>
+
+namespace Vantle::Tool::Replay {
+
+namespace {
+
+const QString timeoutOption = QStringLiteral("timeout");
+const QString junitOption = QStringLiteral("junit");
+const QString reportOption = QStringLiteral("report");
+const QString updateImagesOption = QStringLiteral("update-images");
+const QString recordOption = QStringLiteral("record");
+const QString workersOption = QStringLiteral("workers");
+const QString offscreenOption = QStringLiteral("offscreen");
+const QString shareDisplayOption = QStringLiteral("share-display");
+const QString freshSettingsOption = QStringLiteral("fresh-settings");
+const QString fileValue = QStringLiteral("FILE");
+
+constexpr int mostWorkers = 256;
+
+QList<Option> options()
+{
+    const QList<Option> own{
+        {QChar(), timeoutOption, QStringLiteral("SECONDS"),
+         QStringLiteral("How long functions wait for their object, and scripts\n"
+                        "for a condition, unless they say otherwise; 20 is the\n"
+                        "default.")},
+        startTimeoutOption(),
+        {QChar(), junitOption, fileValue, QStringLiteral("Write the results as JUnit XML, for a CI server.")},
+        {QChar(), reportOption, fileValue,
+         QStringLiteral("Write a report as one HTML file: every statement with\n"
+                        "time, result and pictures before and after.")},
+        {QChar(), updateImagesOption, QString(),
+         QStringLiteral("Keep what test.compareImage finds as the pictures to\n"
+                        "compare with from now on.")},
+        {QChar(), recordOption, fileValue,
+         QStringLiteral("Record what the replay does as a second script, to\n"
+                        "compare it with the first. For one script only.")},
+        {QChar(), workersOption, QStringLiteral("N"),
+         QStringLiteral("Run N scripts side by side, each with its own program,\n"
+                        "settings and virtual display (Xvfb).")},
+        {QChar(), offscreenOption, QString(),
+         QStringLiteral("Run the program without any display, on Qt's platform\n"
+                        "\"offscreen\".")},
+        {QChar(), shareDisplayOption, QString(), QStringLiteral("Let all workers use the one display that is there.")},
+        {QChar(), freshSettingsOption, QString(),
+         QStringLiteral("Give the program settings directories of its own, which\n"
+                        "are empty and go away. Workers always do that.")},
+    };
+    return own + agentOptions();
+}
+
+/// Empty, or which script can't be read.
+QString scriptError(const QStringList &scripts)
+{
+    for (const QString &script : scripts) {
+        const QFileInfo info(script);
+        if (!info.isFile() || !info.isReadable())
+            return QStringLiteral("there is no script \"%1\" that can be read").arg(script);
+    }
+    return QString();
+}
+
+/// Empty, or why these options don't go together here.
+QString combinationError(const ReplayOptions &options)
+{
+    if (!options.recordFile.isEmpty() && options.scripts.size() > 1)
+        return QStringLiteral("\"--record\" goes with one script, not with %1").arg(options.scripts.size());
+    if (options.offscreen && options.shareDisplay)
+        return QStringLiteral("\"--offscreen\" and \"--share-display\" exclude each other");
+    if (ReplayWorker::needsOwnDisplay(options) && !VirtualDisplay::isAvailable()) {
+        return QStringLiteral("several workers need a virtual display each, but Xvfb is not installed; install it, or "
+                              "give --offscreen or --share-display");
+    }
+    return QString();
+}
+
+int runReplay(const Arguments &arguments)
+{
+    QString error;
+    const auto parsed = replayOptions(arguments, &error);
+    if (!parsed) {
+        Console::say(error);
+        return Failed;
+    }
+    ReplayRun run(*parsed, Installation::own());
+    return run.run();
+}
+
+} // namespace
+
+Command replayCommand()
+{
+    Command command;
+    command.name = QStringLiteral("replay");
+    command.summary = QStringLiteral("Run scripts on a program and report what they found.");
+    command.usage = QStringLiteral("[OPTIONS] SCRIPT... [-- PROGRAM [ARGS...]]");
+    command.description = QStringLiteral("Starts PROGRAM anew for each SCRIPT and does what the script says: a script\n"
+                                         "that was recorded, or one that was written by hand, with waits and checks.\n"
+                                         "Without PROGRAM the scripts start their programs themselves.\n"
+                                         "\n"
+                                         "Exit codes: 0 all scripts passed, 1 a check failed or an error ended a\n"
+                                         "script, 2 the program died, 3 something could not be begun or was stopped.");
+    command.options = options();
+    command.examples = {
+        QStringLiteral("vantle replay login.js -- ./notes --new"),
+        QStringLiteral("vantle replay --report report.html tests/*.js -- ./notes"),
+        QStringLiteral("vantle replay --workers 4 --junit results.xml tests/*.js -- ./notes"),
+        QStringLiteral("vantle replay --offscreen --fresh-settings login.js -- ./notes"),
+        QStringLiteral("vantle replay --update-images looks.js -- ./notes"),
+    };
+    command.takesProgram = true;
+    command.takesFiles = true;
+    command.run = runReplay;
+    return command;
+}
+
+std::optional<ReplayOptions> replayOptions(const Arguments &arguments, QString *error)
+{
+    ReplayOptions result;
+    result.scripts = arguments.fileWords();
+    result.launch.words = arguments.programWords();
+    result.offscreen = arguments.has(offscreenOption);
+    result.shareDisplay = arguments.has(shareDisplayOption);
+    result.freshSettings = arguments.has(freshSettingsOption);
+    result.updateImages = arguments.has(updateImagesOption);
+    const QPair<QString, QString *> files[] = {{recordOption, &result.recordFile},
+                                               {junitOption, &result.junitFile},
+                                               {reportOption, &result.reportFile}};
+    for (const auto &[name, value] : files) {
+        *value = arguments.value(name);
+        if (arguments.has(name) && value->isEmpty()) {
+            *error = QStringLiteral("option \"--%1\" needs the name of a file").arg(name);
+            return std::nullopt;
+        }
+    }
+    const auto waitLimit = timeOption(arguments, timeoutOption, result.waitLimit, error);
+    const auto startLimit = startTimeout(arguments, error);
+    if (!waitLimit || !startLimit || !readAgentOptions(arguments, &result.launch.settings, error))
+        return std::nullopt;
+    result.waitLimit = *waitLimit;
+    result.launch.startLimit = *startLimit;
+    if (arguments.has(workersOption)) {
+        bool ok = false;
+        result.workers = arguments.value(workersOption).toInt(&ok);
+        if (!ok || result.workers < 1 || result.workers > mostWorkers) {
+            *error = QStringLiteral("\"--workers\" is a number from 1 to %1, not \"%2\"")
+                         .arg(mostWorkers)
+                         .arg(arguments.value(workersOption));
+            return std::nullopt;
+        }
+    }
+    *error = scriptError(result.scripts);
+    if (error->isEmpty())
+        *error = combinationError(result);
+    return error->isEmpty() ? std::optional(result) : std::nullopt;
+}
+
+} // namespace Vantle::Tool::Replay

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "tool/programundertest.h"
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <chrono>
+
+namespace Vantle::Tool::Replay {
+
+/// What `vantle replay` was asked to do.
+struct ReplayOptions
+{
+    QStringList scripts;
+    LaunchOptions launch; ///< without words if the scripts start their programs
+    std::chrono::milliseconds waitLimit{20000};
+    QString recordFile;
+    QString junitFile;
+    QString reportFile;
+    int workers = 1;
+    bool offscreen = false;
+    bool shareDisplay = false;
+    bool freshSettings = false;
+    bool updateImages = false;
+};
+
+} // namespace Vantle::Tool::Replay

@@ -1,0 +1,382 @@
+#include "tool/replay/scripthost.h"
+
+#include "tool/replay/explanation.h"
+#include "tool/replay/imagecheck.h"
+#include "tool/replay/stacktrace.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtQml/QJSEngine>
+
+#include <algorithm>
+#include <cmath>
+
+namespace Vantle::Tool::Replay {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// What a program may take for an answer on top of the time that it was given
+// to wait; after that it counts as hanging.
+constexpr std::chrono::milliseconds shortestPatience = 3s;
+
+const QString actionKind = QStringLiteral("action");
+const QString objectKey = QStringLiteral("object");
+const QString windowKey = QStringLiteral("window");
+
+Step::Kind kindOf(const QString &name)
+{
+    if (name == actionKind)
+        return Step::Action;
+    return name == QLatin1String("write") ? Step::Write : Step::Wait;
+}
+
+QJsonObject objectOf(const QString &json)
+{
+    return QJsonDocument::fromJson(json.toUtf8()).object();
+}
+
+QJsonArray arrayOf(const QString &json)
+{
+    return QJsonDocument::fromJson(json.toUtf8()).array();
+}
+
+QString jsonOf(const QJsonObject &object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
+QString resultJson(const QJsonValue &result)
+{
+    return jsonOf({{QStringLiteral("result"), result}});
+}
+
+QString errorName(const Answer &answer)
+{
+    switch (answer.kind) {
+    case Answer::Ended: return ScriptHost::programEndedName();
+    case Answer::TimedOut: return QStringLiteral("ProgramHangs");
+    case Answer::Stopped: return QStringLiteral("Stopped");
+    case Answer::Refused: break;
+    case Answer::Result: return QString();
+    }
+    switch (answer.error.code) {
+    case Protocol::ObjectNotFound: return QStringLiteral("ObjectNotFound");
+    case Protocol::ObjectNotReady: return QStringLiteral("ObjectNotReady");
+    case Protocol::ObjectGone: return QStringLiteral("ObjectGone");
+    case Protocol::FunctionFailed: return QStringLiteral("FunctionFailed");
+    default: return QStringLiteral("AgentError");
+    }
+}
+
+QString defaultMessage(const QString &function, bool hasDifferences)
+{
+    if (function == QLatin1String("test.fail"))
+        return QStringLiteral("the script says so");
+    if (function == QLatin1String("test.verify"))
+        return QStringLiteral("the condition does not hold");
+    return hasDifferences ? QStringLiteral("the values differ") : QString();
+}
+
+bool writeFile(const QString &path, const QByteArray &content, QString *error)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush())
+        return true;
+    *error = QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString());
+    return false;
+}
+
+} // namespace
+
+ScriptHost::ScriptHost(QJSEngine *engine, ProgramSession *session, StepRecorder *recorder, const ReplayOptions &options,
+                       Starter starter)
+    : m_engine(engine)
+    , m_session(session)
+    , m_recorder(recorder)
+    , m_options(options)
+    , m_starter(std::move(starter))
+    , m_camera(session, !options.reportFile.isEmpty())
+{
+}
+
+QString ScriptHost::programEndedName()
+{
+    return QStringLiteral("ProgramEnded");
+}
+
+QString ScriptHost::startFailedName()
+{
+    return QStringLiteral("StartFailed");
+}
+
+int ScriptHost::waitLimit() const
+{
+    return static_cast<int>(m_options.waitLimit.count());
+}
+
+QJsonValue ScriptHost::functionNames(QString *error)
+{
+    const Answer answer = requestWithin(Protocol::Method::functions, {});
+    if (answer.kind != Answer::Result) {
+        *error = QStringLiteral("the agent does not say what it can do: ") + answer.error.message;
+        return QJsonValue(QJsonValue::Undefined);
+    }
+    QJsonArray names;
+    const QJsonArray functions = answer.result.toObject().value(QLatin1String("functions")).toArray();
+    for (const QJsonValue &function : functions)
+        names.append(function.toObject().value(QLatin1String("name")));
+    return names;
+}
+
+QString ScriptHost::perform(const QString &kind, const QString &function, const QString &method, const QString &params,
+                            const QString &stack)
+{
+    const int step = kind.isEmpty() ? 0 : m_recorder->begin(kindOf(kind), function, stack);
+    const bool isAction = kind == actionKind;
+    if (isAction)
+        showBefore(step);
+    const bool wasRunning = m_session->isRunning();
+    Answer answer = requestWithin(method, objectOf(params));
+    // A click may end the program, and then does what it should.
+    if (isAction && wasRunning && answer.kind == Answer::Ended && !m_session->isRunning() && !m_session->diedBadly())
+        answer = {Answer::Result, QJsonObject(), {}};
+    const QString text = reply(step, answer);
+    if (isAction && answer.kind == Answer::Result)
+        showAfter(step, answer.result.toObject());
+    return text;
+}
+
+int ScriptHost::begin(const QString &kind, const QString &function, const QString &stack)
+{
+    return m_recorder->beginQuiet(kindOf(kind), function, stack);
+}
+
+void ScriptHost::end(int step)
+{
+    m_recorder->end(step, Step::Passed);
+}
+
+int ScriptHost::fail(int step, const QString &message, int cause)
+{
+    const int number = m_recorder->addFailure(step, message, m_recorder->explanationOfFailure(cause));
+    m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+    return number;
+}
+
+double ScriptHost::now() const
+{
+    return static_cast<double>(m_recorder->now());
+}
+
+void ScriptHost::pause(int milliseconds)
+{
+    m_session->pause(std::chrono::milliseconds(std::max(0, milliseconds)));
+}
+
+QString ScriptHost::snooze(double seconds, const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Wait, QStringLiteral("snooze"), stack);
+    const double milliseconds = std::min(std::ceil(seconds * 1000), 1e9);
+    const bool wasRunning = m_session->isRunning();
+    m_session->pause(std::chrono::milliseconds(static_cast<qint64>(milliseconds)));
+    if (wasRunning && m_session->diedBadly())
+        return failure(step, programEndedName(), QStringLiteral("the program ") + m_session->endText());
+    m_recorder->end(step, Step::Passed);
+    return resultJson(QJsonValue::Null);
+}
+
+void ScriptHost::check(bool passed, const QString &function, const QString &message, const QString &differences,
+                       const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Check, function, stack);
+    if (step == 0)
+        return;
+    const QJsonArray list = arrayOf(differences);
+    for (const QJsonValue &value : list) {
+        if (const auto difference = Protocol::Difference::fromJson(value.toObject()))
+            m_recorder->step(step).values.append(*difference);
+    }
+    if (!passed)
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+    const bool explain = !passed && message.isEmpty();
+    m_recorder->end(step, passed ? Step::Passed : Step::Failed,
+                    explain ? defaultMessage(function, !list.isEmpty()) : message);
+}
+
+void ScriptHost::log(const QString &function, const QString &text, bool isWarning, const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Message, function, stack);
+    if (step == 0)
+        return;
+    m_recorder->step(step).log.append({isWarning, text});
+    m_recorder->end(step, Step::Passed);
+}
+
+QString ScriptHost::screenshot(const QString &target, const QString &file, const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Screenshot, QStringLiteral("test.screenshot"), stack);
+    QString error;
+    const Picture picture = m_camera.take(objectOf(target), &error);
+    if (error.isEmpty() && !file.isEmpty())
+        writeFile(pathOf(file), picture.png, &error);
+    if (!error.isEmpty())
+        return failure(step, QStringLiteral("ScreenshotFailed"), error);
+    m_recorder->step(step).after = m_recorder->pictures().add(picture);
+    m_recorder->end(step, Step::Passed, file.isEmpty() ? QString() : QStringLiteral("written to ") + pathOf(file));
+    return resultJson(QJsonValue::Null);
+}
+
+QString ScriptHost::compareImage(const QString &target, const QString &file, int tolerance, double pixels,
+                                 const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Check, QStringLiteral("test.compareImage"), stack);
+    QString error;
+    const Picture picture = m_camera.take(objectOf(target), &error);
+    if (!error.isEmpty())
+        return failure(step, QStringLiteral("ScreenshotFailed"), error);
+    const PictureTolerance allowed{tolerance, static_cast<qint64>(pixels)};
+    const ImageCheck result = checkImage(picture.png, pathOf(file), allowed, m_options.updateImages);
+    Step &checked = m_recorder->step(step);
+    checked.after = m_recorder->pictures().add(picture);
+    checked.kept = m_recorder->pictures().add({result.kept, picture.size});
+    checked.difference = m_recorder->pictures().add({result.difference, picture.size});
+    m_recorder->end(step, result.passed ? Step::Passed : Step::Failed, result.message);
+    return resultJson(result.passed);
+}
+
+QString ScriptHost::start(const QString &words, const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Action, QStringLiteral("startApplication"), stack);
+    QStringList list;
+    const QJsonArray values = arrayOf(words);
+    for (const QJsonValue &value : values)
+        list.append(value.toString());
+    m_endExpected = false;
+    QString error = m_starter(list);
+    const QJsonValue names = error.isEmpty() ? functionNames(&error) : QJsonValue();
+    if (!error.isEmpty())
+        return failure(step, startFailedName(), error);
+    m_recorder->end(step, Step::Passed, m_session->description());
+    m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+    return resultJson(names);
+}
+
+QString ScriptHost::close(const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Action, QStringLiteral("closeApplication"), stack);
+    showBefore(step);
+    m_session->finish();
+    return exitReply(step);
+}
+
+QString ScriptHost::waitForExit(int milliseconds, const QString &stack)
+{
+    const int step = m_recorder->begin(Step::Wait, QStringLiteral("waitForExit"), stack);
+    if (m_session->wasStarted() && !m_session->waitForEnd(std::chrono::milliseconds(milliseconds))) {
+        const double seconds = milliseconds / 1000.0;
+        return failure(step, QStringLiteral("ProgramRunsOn"),
+                       QStringLiteral("the program has not ended within %1 s").arg(seconds));
+    }
+    return exitReply(step);
+}
+
+/// The exit code for the script, which has asked for it: it may be any.
+QString ScriptHost::exitReply(int step)
+{
+    const auto &end = m_session->end();
+    if (!end)
+        return failure(step, programEndedName(), QStringLiteral("no program was started"));
+    if (end->crashed)
+        return failure(step, programEndedName(), QStringLiteral("the program ") + m_session->endText());
+    m_endExpected = true;
+    m_recorder->end(step, Step::Passed, QStringLiteral("the program ") + m_session->endText());
+    return resultJson(end->requested ? QJsonValue() : QJsonValue(end->number));
+}
+
+QJSValue ScriptHost::importModule(const QString &file, const QString &stack)
+{
+    const QList<Position> positions = positionsOfStack(stack);
+    const QString importing = positions.isEmpty() ? QString() : positions.first().file;
+    const QString path = QDir(QFileInfo(importing).path()).absoluteFilePath(file);
+    if (!QFileInfo(path).isReadable())
+        return QStringLiteral("cannot import \"%1\": there is no file %2 that can be read").arg(file, path);
+    const QJSValue module = m_engine->importModule(path);
+    if (module.isObject() && !module.isError())
+        return module;
+    QString message = QStringLiteral("cannot import \"%1\": %2").arg(file, module.toString());
+    if (module.isError() && module.property(QStringLiteral("lineNumber")).isNumber()) {
+        const QUrl url(module.property(QStringLiteral("fileName")).toString());
+        message += QStringLiteral(" (%1)").arg(
+            positionText({url.toLocalFile(), module.property(QStringLiteral("lineNumber")).toInt(), 0}));
+    }
+    return message;
+}
+
+Answer ScriptHost::requestWithin(const QString &method, const QJsonObject &params)
+{
+    const std::chrono::milliseconds waiting(params.value(QLatin1String("timeout")).toInt());
+    return m_session->request(method, params, waiting + std::max(m_options.waitLimit, shortestPatience));
+}
+
+QString ScriptHost::reply(int step, const Answer &answer)
+{
+    if (answer.kind != Answer::Result)
+        return failure(step, errorName(answer), answer.error.message, explanationOf(answer.error));
+    m_recorder->end(step, Step::Passed);
+    return resultJson(answer.result);
+}
+
+QString ScriptHost::failure(int step, const QString &name, const QString &message, const Explanation &explanation)
+{
+    const int number = m_recorder->addFailure(step, message, explanation);
+    if (step != 0)
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+    return jsonOf(
+        {{QStringLiteral("error"), message}, {QStringLiteral("name"), name}, {QStringLiteral("failure"), number}});
+}
+
+void ScriptHost::showBefore(int step)
+{
+    if (step == 0 || !m_camera.isOn())
+        return;
+    const QString key = m_recorder->pictures().add(m_camera.glance());
+    Step &shown = m_recorder->step(step);
+    shown.before = key;
+    // Taking the picture is none of the step's own time.
+    shown.start = m_recorder->now();
+}
+
+void ScriptHost::showAfter(int step, const QJsonObject &result)
+{
+    if (step == 0 || !m_camera.isOn())
+        return;
+    const QJsonObject action = result.value(QLatin1String("action")).toObject();
+    QString error;
+    Picture picture;
+    if (action.contains(windowKey))
+        picture = m_camera.take({{objectKey, action.value(windowKey)}}, &error);
+    // The window may have been closed by the action.
+    if (picture.png.isEmpty())
+        picture = m_camera.glance();
+    Step &shown = m_recorder->step(step);
+    shown.after = m_recorder->pictures().add(picture);
+    if (action.isEmpty())
+        return;
+    const QPointF point(action.value(QLatin1String("x")).toDouble(), action.value(QLatin1String("y")).toDouble());
+    const Picture *before = m_recorder->pictures().find(shown.before);
+    const qint64 window = action.value(windowKey).toInteger();
+    const bool isOfThatWindow = before && (before->window == 0 || before->window == window);
+    if (isOfThatWindow && QRectF(QPointF(), before->size).contains(point))
+        shown.point = point;
+}
+
+QString ScriptHost::pathOf(const QString &file) const
+{
+    return QDir(m_recorder->directory()).absoluteFilePath(file);
+}
+
+} // namespace Vantle::Tool::Replay

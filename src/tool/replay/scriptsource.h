@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QtCore/QString>
+#include <QtCore/QStringList>
+
+#include <optional>
+
+namespace Vantle::Tool::Replay {
+
+/// The text of a script file and what can be told about it without running it.
+/// Lines and columns count from 1. A plain value.
+class ScriptSource
+{
+public:
+    ScriptSource() = default;
+    explicit ScriptSource(const QString &text);
+
+    /// Reads a file; nothing and the reason in \p error if that can't be done
+    /// or the file is no UTF-8.
+    static std::optional<ScriptSource> read(const QString &path, QString *error);
+
+    /// A line as it stands, without its end; empty if there is none.
+    QString line(int number) const { return m_lines.value(number - 1); }
+
+    /// The statement that begins in a line: that line, and those that follow
+    /// up to the closing of its brackets, five at most, without the indentation
+    /// that they share.
+    QString statementAt(int number) const;
+
+    /// The column in which \p name is called in a line; else that of the line's
+    /// first character that is no blank.
+    int columnOfCall(int number, const QString &name) const;
+
+    /// Number of lines that hold code, in all or up to \p number and with it.
+    int codeLineCount() const { return m_codeLines.isEmpty() ? 0 : m_codeLines.last(); }
+    int codeLinesUpTo(int number) const;
+
+    /// True if the function \p name is called somewhere by its bare name, with
+    /// at least one argument.
+    bool callsWithArguments(const QString &name) const;
+
+    /// The text with its `import` and `export` statements turned into what a
+    /// plain script can do: `import {a as b} from "./x.mjs"` becomes a call of
+    /// \p importer with the file's name and the names that have to be there.
+    /// Every line stays at its number.
+    ///
+    /// The engine tells where an error came from only for plain scripts.
+    QString asPlainScript(const QString &importer) const;
+
+private:
+    QString m_text;
+    QString m_code; ///< the text with everything that is no code blanked out
+    QStringList m_lines;
+    QList<int> m_codeLines; ///< for each line the number of code lines up to it
+};
+
+} // namespace Vantle::Tool::Replay

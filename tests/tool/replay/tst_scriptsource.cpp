@@ -1,0 +1,130 @@
+#include "tool/replay/scriptsource.h"
+#include "tool/replay/sourcemask.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QTemporaryDir>
+
+using namespace Vantle::Tool::Replay;
+
+namespace {
+
+QString masked(const char *source)
+{
+    return maskedSource(QString::fromUtf8(source));
+}
+
+TEST(SourceMask, blanksCommentsAndLiteralsAndKeepsEveryPlace)
+{
+    const QPair<const char *, const char *> pairs[] = {
+        {"a(); // b()", "a();       "},
+        {"a /* b\n c */ d", "a     \n      d"},
+        {"f(\"x\\\"y\", 'it''s')", "f(\"    \", '  '' ')"},
+        {"`a ${b}\n c` d", "`      \n  ` d"},
+        {"a = /[/\"]/; b", "a = /    /; b"},
+        {"a / b / c", "a / b / c"},
+        {"f(x) / 2; '1'", "f(x) / 2; ' '"},
+        {"return /x'y/; z", "return /   /; z"},
+        {"\"open\nnext", "\"    \nnext"},
+        {"/* open", "       "},
+        {"'\\", "' "},
+        {"", ""},
+    };
+    for (const auto &[source, expected] : pairs) {
+        EXPECT_EQ(masked(source), QString::fromUtf8(expected)) << source;
+        EXPECT_EQ(masked(source).size(), QString::fromUtf8(source).size());
+    }
+}
+
+TEST(ScriptSource, aStatementGoesOnUpToTheEndOfItsBrackets)
+{
+    const ScriptSource source(QStringLiteral("one();\n"
+                                             "    two(\n"
+                                             "        \")\",\n"
+                                             "      3);\n"
+                                             "for (;;) {\n"
+                                             "    three();\n"
+                                             "}\n"
+                                             "open(\n\n\n\n\n\n"));
+    EXPECT_EQ(source.statementAt(1), QStringLiteral("one();"));
+    EXPECT_EQ(source.statementAt(2), QStringLiteral("two(\n    \")\",\n  3);"));
+    EXPECT_EQ(source.statementAt(5), QStringLiteral("for (;;) {"));
+    EXPECT_EQ(source.statementAt(6), QStringLiteral("three();"));
+    EXPECT_EQ(source.statementAt(8), QStringLiteral("open("));
+    EXPECT_EQ(source.statementAt(0), QString());
+    EXPECT_EQ(source.statementAt(99), QString());
+}
+
+TEST(ScriptSource, columnsAreThoseOfTheCall)
+{
+    const ScriptSource source(QStringLiteral("  a.click(); \"click()\"; click ( 1 ); test.verify(x);\n\tnothing\n"));
+    EXPECT_EQ(source.columnOfCall(1, QStringLiteral("click")), 25);
+    EXPECT_EQ(source.columnOfCall(1, QStringLiteral("test.verify")), 38);
+    EXPECT_EQ(source.columnOfCall(1, QStringLiteral("absent")), 3);
+    EXPECT_EQ(source.columnOfCall(2, QString()), 2);
+    EXPECT_EQ(source.columnOfCall(99, QStringLiteral("click")), 1);
+}
+
+TEST(ScriptSource, linesOfCodeAreCountedWithoutCommentsAndBlanks)
+{
+    const ScriptSource source(QStringLiteral("// head\n\na();\n/* long\ncomment */\nb();\r\n"));
+    EXPECT_EQ(source.codeLineCount(), 2);
+    EXPECT_EQ(source.codeLinesUpTo(2), 0);
+    EXPECT_EQ(source.codeLinesUpTo(3), 1);
+    EXPECT_EQ(source.codeLinesUpTo(6), 2);
+    EXPECT_EQ(source.codeLinesUpTo(99), 2);
+    EXPECT_EQ(ScriptSource().codeLineCount(), 0);
+    EXPECT_EQ(ScriptSource().codeLinesUpTo(1), 0);
+}
+
+TEST(ScriptSource, onlyCallsWithArgumentsCount)
+{
+    const QString name = QStringLiteral("start");
+    for (const char *text : {"start('x')", "start (\n 'x')", "a;start(b)"})
+        EXPECT_TRUE(ScriptSource(QLatin1String(text)).callsWithArguments(name)) << text;
+    for (const char *text :
+         {"start()", "start( )", "a.start('x')", "restart('x')", "// start('x')", "'start(1)'", "start"})
+        EXPECT_FALSE(ScriptSource(QLatin1String(text)).callsWithArguments(name)) << text;
+}
+
+TEST(ScriptSource, importsBecomeCallsOnTheSameLines)
+{
+    const QPair<const char *, const char *> pairs[] = {
+        {"import { a, b as c } from './x.mjs';", "const { a: a, b: c } = I('./x.mjs', [\"a\", \"b\"]);"},
+        {"import d from \"./x.mjs\"", "const { default: d } = I(\"./x.mjs\", [\"default\"]);"},
+        {"import d, { a } from './x.mjs'", "const { a: a, default: d } = I('./x.mjs', [\"a\", \"default\"]);"},
+        {"import * as all from './x.mjs';", "const all = I('./x.mjs', []);"},
+        {"import d, * as all from './x.mjs';", "const all = I('./x.mjs', [\"default\"]), d = all.default;"},
+        {"import './x.mjs';", "I('./x.mjs', []);"},
+        {"import {\n  a,\n} from './x.mjs';\nb();", "const { a: a } = I('./x.mjs', [\"a\"]);\n\n\nb();"},
+        {"a; import './x.mjs'", "a; I('./x.mjs', []);"},
+        {"// import './x.mjs'", "// import './x.mjs'"},
+        {"'import \"./x.mjs\"'", "'import \"./x.mjs\"'"},
+        {"important('x')", "important('x')"},
+        {"a.import = 'x'", "a.import = 'x'"},
+        {"export const a = 1;", " const a = 1;"},
+        {"export { a,\n b };\nc", "\n\nc"},
+        {"exported()", "exported()"},
+    };
+    for (const auto &[text, expected] : pairs) {
+        const ScriptSource source{QLatin1String(text)};
+        EXPECT_EQ(source.asPlainScript(QStringLiteral("I")), QLatin1String(expected)) << text;
+    }
+}
+
+TEST(ScriptSource, whatIsNoTextIsRefusedWithTheReason)
+{
+    const QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("a.js")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("test.log('\xff\xfe');");
+    file.close();
+    QString error;
+    EXPECT_FALSE(ScriptSource::read(file.fileName(), &error));
+    EXPECT_TRUE(error.endsWith(QStringLiteral("it is no UTF-8 text"))) << qPrintable(error);
+    EXPECT_FALSE(ScriptSource::read(directory.filePath(QStringLiteral("none")), &error));
+    EXPECT_TRUE(error.startsWith(QStringLiteral("cannot read "))) << qPrintable(error);
+}
+
+} // namespace
