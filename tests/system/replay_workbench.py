@@ -1,8 +1,14 @@
 """Scripts do to a real program what they say, on a screen and without one."""
 
+import os
+import pty
+import subprocess
+import tempfile
 import unittest
+from pathlib import Path
 
-from replaying import Replay, WINDOW
+from replaying import Replay, WINDOW, WORKBENCH
+from vantlesystem import VANTLE
 
 SESSION = f"""\
 const status = findObject("{WINDOW} Label#status");
@@ -94,6 +100,41 @@ mouseClick("{WINDOW} Button#countButton", 10, 10, Qt.LeftButton);
     def test_program_that_is_closed_by_its_last_statement_is_fine(self):
         run = self.replay(f'findObject("{WINDOW}").close();\nwaitForExit(10000);\n')
         self.assertEqual(run.status, 0, run.output)
+
+    def on_a_terminal(self, environment):
+        """What a replay that fails writes to a terminal."""
+        ours, theirs = pty.openpty()
+        with tempfile.TemporaryDirectory() as directory:
+            script = Path(directory) / "script.js"
+            script.write_text("snooze(0.4);\ntest.fail('on purpose');\n")
+            run = subprocess.Popen(
+                [VANTLE, "replay", "--offscreen", script, "--", WORKBENCH],
+                stdin=subprocess.DEVNULL, stdout=theirs, env={**os.environ, "TERM": "xterm", **environment},
+            )
+            os.close(theirs)
+            written = b""
+            while True:
+                try:
+                    part = os.read(ours, 65536)
+                except OSError:  # the other end has gone
+                    break
+                written += part
+            os.close(ours)
+            self.assertEqual(run.wait(), 1)
+        return written.decode()
+
+    def test_terminal_shows_a_bar_and_takes_it_away(self):
+        text = self.on_a_terminal({"NO_COLOR": ""})
+        self.assertRegex(text, "\u2591+  0:00  1 step  ")
+        self.assertIn("snooze(0.4);", text)
+        self.assertIn("\x1b[31mfailed: \x1b[0m", text)
+        last = text.rsplit("\x1b[J", 1)[1]
+        self.assertNotIn("\u2591", last)
+
+    def test_colours_can_be_switched_off(self):
+        text = self.on_a_terminal({"NO_COLOR": "1"})
+        self.assertNotRegex(text, r"\x1b\[\d+m")
+        self.assertIn("failed: ", text)
 
 
 if __name__ == "__main__":
