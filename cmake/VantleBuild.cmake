@@ -66,7 +66,9 @@ target_compile_definitions(vantle_options INTERFACE
 if(VANTLE_SANITIZERS)
     list(JOIN VANTLE_SANITIZERS "," _sanitizers)
     target_compile_options(vantle_options INTERFACE
-        -fsanitize=${_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+        -fsanitize=${_sanitizers} -fno-omit-frame-pointer -fno-sanitize-recover=undefined
+        # Asks for the type information of classes that other libraries hide.
+        -fno-sanitize=vptr)
     target_link_options(vantle_options INTERFACE -fsanitize=${_sanitizers})
 endif()
 

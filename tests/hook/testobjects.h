@@ -2,6 +2,7 @@
 
 #include "hook/class.h"
 #include "hook/object.h"
+#include "support/keepforever.h"
 
 namespace VantleTest {
 
@@ -9,9 +10,7 @@ namespace VantleTest {
 class TestObject final : public Vantle::Object
 {
 public:
-    explicit TestObject(const Vantle::Class *type, void *nativePointer = nullptr)
-        : native(nativePointer)
-        , m_type(type)
+    explicit TestObject(const Vantle::Class *type, void *nativePointer = nullptr) : native(nativePointer), m_type(type)
     {
     }
 
@@ -31,7 +30,7 @@ private:
 /// A class that lives as long as the process, as all classes do.
 inline const Vantle::Class *newClass(const QString &name, const Vantle::Class *super = nullptr)
 {
-    return new Vantle::Class(name, super);
+    return keepForever(new Vantle::Class(name, super));
 }
 
 } // namespace VantleTest

@@ -4,6 +4,7 @@
 #include "hook/inspector.h"
 #include "hook/method.h"
 #include "hook/value.h"
+#include "support/keepforever.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -85,8 +86,8 @@ private:
         const Class *const integer = Inspector::self()->classByName(QStringLiteral("int"));
         const Argument argument(QStringLiteral("n"), integer, Argument::ByValue, 0);
         // The second of each kind takes an argument.
-        return new Member(Argument(integer, 0, 0), memberName(type, index),
-                          index % 2 ? Signature(argument) : Signature());
+        return VantleTest::keepForever(new Member(Argument(integer, 0, 0), memberName(type, index),
+                                                  index % 2 ? Signature(argument) : Signature()));
     }
 };
 

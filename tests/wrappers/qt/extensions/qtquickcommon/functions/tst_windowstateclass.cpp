@@ -1,5 +1,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/functions/windowstateclass.h"
 
+#include "support/keepforever.h"
+
 #include "hook/inspector.h"
 #include "hook/method.h"
 
@@ -41,7 +43,7 @@ void operator delete(void *memory, std::size_t) noexcept
 
 TEST(WindowStates, AreTheOnlyMemberOfTheirClass)
 {
-    const WindowStateClass type;
+    const WindowStateClass &type = *VantleTest::keepForever(new WindowStateClass);
     EXPECT_EQ(type.className(), QStringLiteral("WindowState"));
     EXPECT_TRUE(type.isValueClass());
     EXPECT_EQ(type.super(), nullptr);
@@ -53,8 +55,8 @@ TEST(WindowStates, AreTheOnlyMemberOfTheirClass)
 
 TEST(WindowStates, HaveFiveValuesAndAClosingItemThatScriptsDoNotSee)
 {
-    const WindowStateClass type;
-    const Enum *const states = type.createEnum(type.superClassOffset(Class::EnumOffset));
+    const WindowStateClass &type = *VantleTest::keepForever(new WindowStateClass);
+    const Enum *const states = VantleTest::keepForever(type.createEnum(type.superClassOffset(Class::EnumOffset)));
     ASSERT_NE(states, nullptr);
     EXPECT_EQ(states->name(), QStringLiteral("WindowStateValue"));
     EXPECT_EQ(states->owner(), &type);
@@ -73,10 +75,10 @@ TEST(WindowStates, HaveFiveValuesAndAClosingItemThatScriptsDoNotSee)
 
 TEST(WindowStates, OtherIndicesGiveNothing)
 {
-    const WindowStateClass type;
+    const WindowStateClass &type = *VantleTest::keepForever(new WindowStateClass);
     for (int index : {-1, 1, 4, 1000}) {
         const int before = allocations;
-        const Enum *const nothing = type.createEnum(index);
+        const Enum *const nothing = VantleTest::keepForever(type.createEnum(index));
         const int after = allocations;
         EXPECT_EQ(nothing, nullptr) << index;
         EXPECT_EQ(after, before) << index;
@@ -88,7 +90,7 @@ TEST(WindowStates, OtherIndicesGiveNothing)
 
 TEST(WindowStates, AreWhatIntegersTurnInto)
 {
-    const WindowStateClass type;
+    const WindowStateClass &type = *VantleTest::keepForever(new WindowStateClass);
     const SharedPtr<Object> number = Inspector::self()->createInteger(3);
     EXPECT_TRUE(number->objectClass()->canConvertToTolerant(number, &type));
 }
