@@ -42,13 +42,27 @@ bool readOwnText(const QPointer<QQuickItem> &item, const QByteArray &property, Q
     return true;
 }
 
+// What the user types names nothing: the next statement would change it.
+bool isTypedByUser(const QQuickItem &item, const char *key)
+{
+    return qstrcmp(key, "text") == 0 && item.metaObject()->indexOfProperty("cursorPosition") >= 0;
+}
+
+// A page of text singles its item out no better than its place does, and
+// nobody can read a statement that holds it.
+bool isFitForName(const QString &text)
+{
+    constexpr qsizetype longest = 80;
+    return !text.isEmpty() && text.size() <= longest && !text.contains(u'\n');
+}
+
 void setFirstReadableText(ObjectName *name, const QPointer<QQuickItem> &item)
 {
     for (const char *key : TextProperties) {
         QString text;
         if (!item)
             return;
-        if (!readOwnText(item, key, &text) || text.isEmpty())
+        if (isTypedByUser(*item, key) || !readOwnText(item, key, &text) || !isFitForName(text))
             continue;
         setText(name, QString::fromLatin1(key), text);
         return;

@@ -146,8 +146,8 @@ TEST_F(QuickNames, FirstReadableTextWins)
                                      "property string label: 'l'", "property string placeholderText: 'p'",
                                      "property string source: 's'"};
     const Texts expected[] = {
-        texts({{"type", "Item"}, {"text", "t"}}),  texts({{"type", "Item"}, {"title", "i"}}),
-        texts({{"type", "Item"}, {"label", "l"}}), texts({{"type", "Item"}, {"placeholderText", "p"}}),
+        texts({{"type", "Item"}, {"text", "t"}}),   texts({{"type", "Item"}, {"title", "i"}}),
+        texts({{"type", "Item"}, {"label", "l"}}),  texts({{"type", "Item"}, {"placeholderText", "p"}}),
         texts({{"type", "Item"}, {"source", "s"}}),
     };
     for (size_t first = 0; first < std::size(properties); ++first) {
@@ -157,6 +157,22 @@ TEST_F(QuickNames, FirstReadableTextWins)
             document += properties[i - 1] + '\n';
         EXPECT_EQ(ownNameOf(document + '}'), expected[first]);
     }
+}
+
+TEST_F(QuickNames, PagesOfTextArePassedOver)
+{
+    EXPECT_EQ(ownNameOf("Item { property string text: 'a\\nb'; property string title: 'Letters' }"),
+              texts({{"type", "Item"}, {"title", "Letters"}}));
+    EXPECT_EQ(ownNameOf("Item { property string text: 'x'.repeat(81) }"), texts({{"type", "Item"}}));
+    EXPECT_EQ(ownNameOf("Item { property string text: 'x'.repeat(80) }"),
+              texts({{"type", "Item"}, {"text", QByteArray(80, 'x').constData()}}));
+}
+
+TEST_F(QuickNames, WhatTheUserTypesNamesNothing)
+{
+    EXPECT_EQ(ownNameOf("TextInput { text: 'typed' }"), texts({{"type", "TextInput"}}));
+    EXPECT_EQ(ownNameOf("TextEdit { text: 'typed'; property string placeholderText: 'Name' }"),
+              texts({{"type", "TextEdit"}, {"placeholderText", "Name"}}));
 }
 
 TEST_F(QuickNames, EmptyTextsArePassedOver)
@@ -169,8 +185,7 @@ TEST_F(QuickNames, EmptyTextsArePassedOver)
 TEST_F(QuickNames, OnlyWhatReadsAsTextCounts)
 {
     EXPECT_EQ(ownNameOf("Item { property int text: 7 }"), texts({{"type", "Item"}, {"text", "7"}}));
-    EXPECT_EQ(ownNameOf("Item { property Item label: Item {}; property var title: null }"),
-              texts({{"type", "Item"}}));
+    EXPECT_EQ(ownNameOf("Item { property Item label: Item {}; property var title: null }"), texts({{"type", "Item"}}));
 }
 
 TEST_F(QuickNames, FilesAreNamedRelativeToTheDocument)
