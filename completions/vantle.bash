@@ -53,7 +53,7 @@ _vantle()
             ;;
         esac
         if [[ $current == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "-o --output --without-coordinates --keep-running \
+            mapfile -t COMPREPLY < <(compgen -W "-o --output --without-coordinates --tree --keep-running \
                 --start-timeout --debug-compression --extensions --names -h --help --" -- "$current")
         else
             mapfile -t COMPREPLY < <(compgen -c -- "$current")
@@ -121,7 +121,7 @@ _vantle()
         esac
         if [[ $current == -* ]]; then
             mapfile -t COMPREPLY < <(compgen -W "--timeout --start-timeout --junit --report --update-images \
-                --record --workers --offscreen --share-display --fresh-settings \
+                --record --tree --workers --offscreen --share-display --fresh-settings \
                 --extensions --names -h --help --" -- "$current")
         else
             mapfile -t COMPREPLY < <(compgen -f -- "$current")

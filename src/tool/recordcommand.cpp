@@ -12,6 +12,7 @@ namespace {
 const QString outputOption = QStringLiteral("output");
 const QString debugOption = QStringLiteral("debug-compression");
 const QString withoutCoordinatesOption = QStringLiteral("without-coordinates");
+const QString treeOption = QStringLiteral("tree");
 const QString keepRunningOption = QStringLiteral("keep-running");
 
 constexpr int highestDebugLevel = 2;
@@ -24,7 +25,11 @@ QList<Option> options()
                         "Each statement is on the disk as soon as it is recorded.")},
         {QChar(), withoutCoordinatesOption, QStringLiteral("CLASS"),
          QStringLiteral("Record clicks and taps on objects of CLASS, or a class\n"
-                        "derived from it, without coordinates. Can be repeated."), true},
+                        "derived from it, without coordinates. Can be repeated."),
+         true},
+        {QChar(), treeOption, QStringLiteral("FILE"),
+         QStringLiteral("Write the objects that are there when the recording is\n"
+                        "ended to FILE, like \"vantle inspect --json\".")},
         {QChar(), keepRunningOption, QString(),
          QStringLiteral("Leave the program running when the recording is ended.")},
         startTimeoutOption(),
@@ -55,10 +60,11 @@ Command recordCommand()
     command.name = QStringLiteral("record");
     command.summary = QStringLiteral("Record what a user does in a program as a script.");
     command.usage = QStringLiteral("[OPTIONS] -- PROGRAM [ARGS...]");
-    command.description = QStringLiteral("Starts PROGRAM and writes each click, drag, key and gesture as a statement of\n"
-                                         "a script, until the program ends or Ctrl-C is pressed. The script goes to\n"
-                                         "standard output, and to a file with -o. Without -o, what the program itself\n"
-                                         "prints goes to standard error.");
+    command.description = QStringLiteral(
+        "Starts PROGRAM and writes each click, drag, key and gesture as a statement of\n"
+        "a script, until the program ends or Ctrl-C is pressed. The script goes to\n"
+        "standard output, and to a file with -o. Without -o, what the program itself\n"
+        "prints goes to standard error.");
     command.options = options();
     command.examples = {
         QStringLiteral("vantle record -- pentobi"),
@@ -81,6 +87,11 @@ std::optional<RecordOptions> recordOptions(const Arguments &arguments, QString *
         *error = QStringLiteral("option \"--output\" needs the name of a file");
         return std::nullopt;
     }
+    result.treeFile = arguments.value(treeOption);
+    if (arguments.has(treeOption) && result.treeFile.isEmpty()) {
+        *error = QStringLiteral("option \"--tree\" needs the name of a file");
+        return std::nullopt;
+    }
     if (result.launch.settings.classesWithoutCoordinates.contains(QString())) {
         *error = QStringLiteral("option \"--without-coordinates\" needs the name of a class");
         return std::nullopt;
@@ -89,7 +100,8 @@ std::optional<RecordOptions> recordOptions(const Arguments &arguments, QString *
         bool ok = false;
         const int level = arguments.value(debugOption).toInt(&ok);
         if (!ok || level < 0 || level > highestDebugLevel) {
-            *error = QStringLiteral("\"--debug-compression\" is 0, 1 or 2, not \"%1\"").arg(arguments.value(debugOption));
+            *error = QStringLiteral("\"--debug-compression\" is 0, 1 or 2, not \"%1\"")
+                         .arg(arguments.value(debugOption));
             return std::nullopt;
         }
         result.launch.settings.debugCompression = level;

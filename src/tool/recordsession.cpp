@@ -1,9 +1,11 @@
 #include "tool/recordsession.h"
 
+#include "protocol/objectmessages.h"
 #include "tool/agentdiagnosis.h"
 #include "tool/console.h"
 #include "tool/exitcode.h"
 #include "tool/signalnames.h"
+#include "tool/treefile.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDateTime>
@@ -31,7 +33,10 @@ LaunchOptions launchOptions(const RecordOptions &options)
 } // namespace
 
 RecordSession::RecordSession(const RecordOptions &options, const Installation &installation, QObject *parent)
-    : QObject(parent), m_options(options), m_installation(installation), m_program(installation)
+    : QObject(parent)
+    , m_options(options)
+    , m_installation(installation)
+    , m_program(installation)
 {
     m_stopTimer.setSingleShot(true);
     connect(&m_stopTimer, &QTimer::timeout, this, [this] {
@@ -77,9 +82,8 @@ void RecordSession::beginRecording()
     Protocol::Connection *agent = m_program.connection();
     agent->onNotification(Protocol::Method::statement, [this](const QJsonObject &params) { takeStatement(params); });
     agent->onNotification(Protocol::Method::log, [this](const QJsonObject &params) { takeLog(params); });
-    connect(agent, &Protocol::Connection::protocolError, this, [](const QString &reason) {
-        Console::say(QStringLiteral("lost the agent: %1").arg(reason));
-    });
+    connect(agent, &Protocol::Connection::protocolError, this,
+            [](const QString &reason) { Console::say(QStringLiteral("lost the agent: %1").arg(reason)); });
     connect(agent, &Protocol::Connection::messageRefused, this, [](const QString &reason) {
         Console::say(QStringLiteral("a message of the agent was not understood: %1").arg(reason));
     });
@@ -109,11 +113,14 @@ void RecordSession::scheduleSynchronisation()
     // Once for all statements that came together: the disk is slow.
     if (std::exchange(m_synchronisationScheduled, true))
         return;
-    QMetaObject::invokeMethod(this, [this] {
-        m_synchronisationScheduled = false;
-        m_script.synchronise();
-        reportWriteFailure();
-    }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            m_synchronisationScheduled = false;
+            m_script.synchronise();
+            reportWriteFailure();
+        },
+        Qt::QueuedConnection);
 }
 
 void RecordSession::takeLog(const QJsonObject &params)
@@ -132,9 +139,7 @@ void RecordSession::stopRequested()
         m_state = State::Ending;
         m_program.end();
         break;
-    case State::Recording:
-        stopRecording();
-        break;
+    case State::Recording: stopRecording(); break;
     case State::Stopping:
     case State::Ending:
         // The second request: the user is in a hurry.
@@ -163,7 +168,27 @@ void RecordSession::stopRecording()
         if (reply.isError() && reply.error->code == Protocol::Disconnected)
             return;
         if (reply.isError())
-            Console::say(QStringLiteral("the agent could not end the recording properly: %1").arg(reply.error->message));
+            Console::say(
+                QStringLiteral("the agent could not end the recording properly: %1").arg(reply.error->message));
+        if (m_options.treeFile.isEmpty())
+            recordingStopped();
+        else
+            saveTree();
+    });
+}
+
+void RecordSession::saveTree()
+{
+    m_program.connection()->sendRequest(Protocol::Method::tree, {}, [this](const Reply &reply) {
+        if (m_state != State::Stopping || !m_stopTimer.isActive())
+            return;
+        const QString problem = reply.isError()
+            ? QStringLiteral("the agent could not tell the objects: %1").arg(reply.error->message)
+            : writeTreeFile(m_options.treeFile, reply.result.toObject());
+        if (!problem.isEmpty()) {
+            Console::say(problem);
+            failWith(Failed);
+        }
         recordingStopped();
     });
 }

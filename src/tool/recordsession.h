@@ -14,6 +14,7 @@ struct RecordOptions
 {
     QString file; ///< empty: standard output only
     bool keepRunning = false;
+    QString treeFile; ///< empty: the objects at the end are not asked for
     LaunchOptions launch;
 };
 
@@ -40,6 +41,7 @@ private:
     void takeLog(const QJsonObject &params);
     void stopRequested();
     void stopRecording();
+    void saveTree();
     void recordingStopped();
     void giveUp(const QString &reason);
     void programEnded(const ProgramEnd &end);

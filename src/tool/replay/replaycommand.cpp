@@ -17,6 +17,7 @@ const QString timeoutOption = QStringLiteral("timeout");
 const QString junitOption = QStringLiteral("junit");
 const QString reportOption = QStringLiteral("report");
 const QString updateImagesOption = QStringLiteral("update-images");
+const QString treeOption = QStringLiteral("tree");
 const QString recordOption = QStringLiteral("record");
 const QString workersOption = QStringLiteral("workers");
 const QString offscreenOption = QStringLiteral("offscreen");
@@ -44,6 +45,9 @@ QList<Option> options()
         {QChar(), recordOption, fileValue,
          QStringLiteral("Record what the replay does as a second script, to\n"
                         "compare it with the first. For one script only.")},
+        {QChar(), treeOption, fileValue,
+         QStringLiteral("Write the objects that are there at the end of the script\n"
+                        "to FILE, like \"vantle inspect --json\". For one script only.")},
         {QChar(), workersOption, QStringLiteral("N"),
          QStringLiteral("Run N scripts side by side, each with its own program,\n"
                         "settings and virtual display (Xvfb).")},
@@ -74,6 +78,8 @@ QString combinationError(const ReplayOptions &options)
 {
     if (!options.recordFile.isEmpty() && options.scripts.size() > 1)
         return QStringLiteral("\"--record\" goes with one script, not with %1").arg(options.scripts.size());
+    if (!options.treeFile.isEmpty() && options.scripts.size() > 1)
+        return QStringLiteral("\"--tree\" goes with one script, not with %1").arg(options.scripts.size());
     if (options.offscreen && options.shareDisplay)
         return QStringLiteral("\"--offscreen\" and \"--share-display\" exclude each other");
     if (ReplayWorker::needsOwnDisplay(options) && !VirtualDisplay::isAvailable()) {
@@ -133,6 +139,7 @@ std::optional<ReplayOptions> replayOptions(const Arguments &arguments, QString *
     result.freshSettings = arguments.has(freshSettingsOption);
     result.updateImages = arguments.has(updateImagesOption);
     const QPair<QString, QString *> files[] = {{recordOption, &result.recordFile},
+                                               {treeOption, &result.treeFile},
                                                {junitOption, &result.junitFile},
                                                {reportOption, &result.reportFile}};
     for (const auto &[name, value] : files) {

@@ -16,6 +16,7 @@ struct ReplayOptions
     LaunchOptions launch; ///< without words if the scripts start their programs
     std::chrono::milliseconds waitLimit{20000};
     QString recordFile;
+    QString treeFile;
     QString junitFile;
     QString reportFile;
     int workers = 1;

@@ -2,6 +2,7 @@
 
 #include "tool/replay/stacktrace.h"
 #include "tool/stringliteral.h"
+#include "tool/treefile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -161,8 +162,19 @@ void ScriptRun::finishProgram()
 {
     if (m_session.isRunning() && !m_options.recordFile.isEmpty())
         m_session.request(Protocol::Method::stopRecording, {}, stopRecordingLimit);
+    if (m_session.isRunning() && !m_options.treeFile.isEmpty())
+        saveTree();
     m_session.finish();
     m_recording.end(QStringLiteral("Recorded while %1 was replayed.").arg(plainOrQuoted(m_file)));
+}
+
+void ScriptRun::saveTree()
+{
+    const Answer answer = m_session.request(Protocol::Method::tree, {}, m_options.waitLimit);
+    const QString problem = answer.kind == Answer::Result ? writeTreeFile(m_options.treeFile, answer.result.toObject())
+                                                          : answer.error.message;
+    if (!problem.isEmpty())
+        m_startFailure = problem;
 }
 
 void ScriptRun::judge()

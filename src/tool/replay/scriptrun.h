@@ -47,6 +47,7 @@ private:
     QString startProgram(const QStringList &words);
     void runScript(const ScriptSource &source);
     void finishProgram();
+    void saveTree();
     void endByError(const ScriptError &error);
     void judge();
     QString programOutput() const;
