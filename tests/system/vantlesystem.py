@@ -49,6 +49,9 @@ class Window:
             ["import", "-window", str(self.id), "-depth", "8", "rgb:-"], check=True, capture_output=True
         ).stdout
 
+    def save_picture(self, file):
+        subprocess.run(["import", "-window", str(self.id), str(file)], check=True)
+
     def wait_until_settled(self):
         """Until the window shows something and two looks at it are alike."""
         last = [None]
@@ -91,7 +94,7 @@ class Recording:
         self.log_file = Path(self.directory.name) / "log"
         self.log = open(self.log_file, "wb")
         self.process = subprocess.Popen(
-            [VANTLE, "record", "-o", str(self.script_file), *options, "--", *program],
+            [VANTLE, "record", "-o", str(self.script_file), *map(str, options), "--", *program],
             stdout=subprocess.DEVNULL,
             stderr=self.log,
             env={**os.environ, **(environment or {})},
