@@ -86,8 +86,8 @@ private:
         const Class *const integer = Inspector::self()->classByName(QStringLiteral("int"));
         const Argument argument(QStringLiteral("n"), integer, Argument::ByValue, 0);
         // The second of each kind takes an argument.
-        return VantleTest::keepForever(new Member(Argument(integer, 0, 0), memberName(type, index),
-                                                  index % 2 ? Signature(argument) : Signature()));
+        return new Member(Argument(integer, 0, 0), memberName(type, index),
+                          index % 2 ? Signature(argument) : Signature());
     }
 };
 
@@ -104,8 +104,9 @@ protected:
 
     static SharedPtr<Object> objectOf(const Class *type) { return SharedPtr<Object>(new Value<int>(type, 1)); }
 
-    FullClass base{"Base", nullptr};
-    FullClass derived{"Derived", &base};
+    // What they describe is never freed, and neither are they.
+    FullClass &base = *VantleTest::keepForever(new FullClass("Base", nullptr));
+    FullClass &derived = *VantleTest::keepForever(new FullClass("Derived", &base));
     Class plain{QStringLiteral("Plain")};
 };
 

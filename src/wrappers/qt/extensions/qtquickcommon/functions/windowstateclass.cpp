@@ -2,6 +2,7 @@
 
 #include "hook/method.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace Vantle::QtWrapper {
@@ -33,12 +34,14 @@ const Enum *WindowStateClass::createEnum(int index) const
 {
     if (index != superClassOffset(EnumOffset))
         return nullptr;
-    // Never freed: the enumeration, which lives as long as the process, points into it.
-    auto *const items = new std::vector<Enum::Item>;
+    std::vector<Enum::Item> states;
     for (const qint32 *state = WindowStates; *state != ListEnd; ++state)
-        items->push_back({nameOfWindowState(*state), *state});
-    items->push_back({nullptr, 0});
-    return new Enum(this, QStringLiteral("WindowStateValue"), items->data(), superClassOffset(EnumOffset));
+        states.push_back({nameOfWindowState(*state), *state});
+    states.push_back({nullptr, 0});
+    // Never freed: the enumeration, which lives as long as the process, points into them.
+    auto *const items = new Enum::Item[states.size()];
+    std::copy(states.cbegin(), states.cend(), items);
+    return new Enum(this, QStringLiteral("WindowStateValue"), items, superClassOffset(EnumOffset));
 }
 
 } // namespace Vantle::QtWrapper

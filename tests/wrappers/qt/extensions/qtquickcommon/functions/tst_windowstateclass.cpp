@@ -78,13 +78,13 @@ TEST(WindowStates, OtherIndicesGiveNothing)
     const WindowStateClass &type = *VantleTest::keepForever(new WindowStateClass);
     for (int index : {-1, 1, 4, 1000}) {
         const int before = allocations;
-        const Enum *const nothing = VantleTest::keepForever(type.createEnum(index));
+        const Enum *const nothing = type.createEnum(index);
         const int after = allocations;
         EXPECT_EQ(nothing, nullptr) << index;
         EXPECT_EQ(after, before) << index;
     }
     const int before = allocations;
-    type.createEnum(0);
+    VantleTest::keepForever(type.createEnum(0));
     EXPECT_GT(allocations, before) << "the test would not notice";
 }
 
