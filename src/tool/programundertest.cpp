@@ -108,6 +108,12 @@ void ProgramUnderTest::prepareProcess(const LaunchOptions &options)
     environment.insert(QStringLiteral("VANTLE_PREFIX"), m_installation.prefix);
     environment.insert(QLatin1String(Protocol::Variable::socket), m_server.fullServerName());
     environment.insert(QLatin1String(Protocol::Variable::token), QString::fromLatin1(m_token));
+#ifdef VANTLE_SANITIZER_RUNTIME
+    // An agent with sanitizers can only be loaded where their runtime came first.
+    // Whatever the program leaks is its own affair.
+    prepend(&environment, QStringLiteral("LD_PRELOAD"), QStringLiteral(VANTLE_SANITIZER_RUNTIME), QLatin1Char(':'));
+    prepend(&environment, QStringLiteral("ASAN_OPTIONS"), QStringLiteral("detect_leaks=0"), QLatin1Char(':'));
+#endif
     m_process->setProcessEnvironment(environment);
 
     prepareStreams(options);
