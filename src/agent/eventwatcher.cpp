@@ -122,7 +122,7 @@ void EventWatcher::flush()
 void EventWatcher::record(QObject *receiver, QEvent *event)
 {
     QtWrapper::SyntheticEvent record;
-    if (!translate(receiver, event, &record))
+    if (!translate(receiver, event, &record) || !m_keyReleases.correct(*event, &record))
         return;
     m_modifiers.noteRecord(record);
     // The flickables have to be watched before the press gets to them.

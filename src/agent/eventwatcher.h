@@ -1,5 +1,6 @@
 #pragma once
 
+#include "agent/keyreleases.h"
 #include "agent/modifiertracker.h"
 #include "agent/windowsettling.h"
 #include "hook/shared.h"
@@ -50,6 +51,7 @@ private:
 
     SharedPtr<QtWrapper::QtEventRecorder> m_recorder;
     std::unique_ptr<QtWrapper::QtQuickFlickEventGenerator> m_flickGenerator;
+    KeyReleases m_keyReleases;
     ModifierTracker m_modifiers;
     WindowSettling m_settling;
 };

@@ -216,6 +216,31 @@ TEST_F(EventWatching, TypedTextGoesToTheFocusItem)
     EXPECT_EQ(recorded(), Lines({"type input ab"}));
 }
 
+TEST_F(EventWatching, KeysBehindAShortcutWhoseModifierWasLetGoFirstAreNotLost)
+{
+    find("input")->forceActiveFocus();
+    keyEvent(QEvent::KeyPress, Qt::Key_Control, Qt::ControlModifier);
+    keyEvent(QEvent::KeyPress, Qt::Key_A, Qt::ControlModifier, QStringLiteral("\x01"));
+    // As X11 has it: the release of a modifier doesn't name it.
+    keyEvent(QEvent::KeyRelease, Qt::Key_Control, Qt::ControlModifier);
+    keyEvent(QEvent::KeyRelease, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+    key(Qt::Key_B, Qt::NoModifier, QStringLiteral("b"));
+    key(Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+    EXPECT_EQ(recorded(), Lines({"type input <Ctrl+A>", "type input b", "type input <Return>"}));
+}
+
+TEST_F(EventWatching, TextBehindAnOpeningBracketWhoseShiftWasLetGoFirstIsNotLost)
+{
+    find("input")->forceActiveFocus();
+    keyEvent(QEvent::KeyPress, Qt::Key_Shift, Qt::ShiftModifier);
+    keyEvent(QEvent::KeyPress, Qt::Key_Less, Qt::ShiftModifier, QStringLiteral("<"));
+    keyEvent(QEvent::KeyRelease, Qt::Key_Shift, Qt::NoModifier);
+    keyEvent(QEvent::KeyRelease, Qt::Key_Less, Qt::NoModifier, QStringLiteral(","));
+    key(Qt::Key_T, Qt::NoModifier, QStringLiteral("t"));
+    key(Qt::Key_Greater, Qt::ShiftModifier, QStringLiteral(">"));
+    EXPECT_EQ(recorded(), Lines({"type input <", "type input t>"}));
+}
+
 TEST_F(EventWatching, SizeThatAWindowGetsWhileItComesToTheScreenIsNotRecorded)
 {
     drawOut({300, 250});
