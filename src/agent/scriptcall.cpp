@@ -4,6 +4,8 @@
 #include "hook/delegates.h"
 #include "hook/inspector.h"
 #include "protocol/objectmessages.h"
+#include "wrappers/qt/application.h"
+#include "wrappers/qt/bynamefunctions.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 #include "wrappers/qt/functions/inputplayer.h"
 #include "wrappers/qt/wrapping.h"
@@ -257,10 +259,31 @@ void ScriptCall::failWith(const Obstacle &obstacle)
                      Protocol::NotReady{name, obstacle.reason, obstacle.coveredBy}.toJson());
 }
 
+/// A flick moves the content of its flickable without any input, so that
+/// nobody who watches the input would record it.
+std::optional<EventData> ScriptCall::unseenStatement() const
+{
+    constexpr std::size_t objectAndDistances = 3;
+    if (m_request.function != QLatin1String("flick") || m_request.arguments.size() != objectAndDistances)
+        return std::nullopt;
+    const SharedPtr<Object> flickable = object();
+    if (!flickable)
+        return std::nullopt;
+    EventData statement(QtWrapper::flickODByNameFn(), flickable->scriptName(),
+                        {m_request.arguments.at(1), m_request.arguments.at(2)});
+    statement.time = QTime::currentTime();
+    return statement;
+}
+
 void ScriptCall::carryOut()
 {
     Inspector *const inspector = Inspector::self();
     const QPointer<ScriptCall> self(this);
+    const std::optional<EventData> unseen = unseenStatement();
+    if (unseen)
+        QtWrapper::InputPlayer::announceAction();
+    if (!self)
+        return;
     const SharedPtr<Object> result = inspector->callGlobalMethod(m_request.function, m_request.arguments);
     const QString error = inspector->takeError();
     // The function may have run an event loop, to the end of the connection.
@@ -270,6 +293,8 @@ void ScriptCall::carryOut()
         m_responder.fail(Protocol::FunctionFailed, error);
         return;
     }
+    if (unseen)
+        QtWrapper::Application::self()->recordEvent(*unseen);
     // The function has only handed its input over.
     QtWrapper::InputPlayer::self()->whenIdle([self, result](const QString &problem) {
         if (self)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "agent/targets.h"
+#include "hook/eventdata.h"
 #include "hook/object.h"
 #include "protocol/connection.h"
 
@@ -71,6 +72,7 @@ private:
     std::optional<Obstacle> motion(const SharedPtr<Object> &object);
     std::optional<Obstacle> cover(const SharedPtr<Object> &object);
     void choosePoint(const SharedPtr<Object> &object);
+    std::optional<EventData> unseenStatement() const;
     void carryOut();
     void inputDelivered(const SharedPtr<Object> &result, const QString &problem);
     void waitUntilDigested(const SharedPtr<Object> &result);

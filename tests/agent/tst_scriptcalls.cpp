@@ -1,5 +1,6 @@
 #include "commandscene.h"
 
+#include "agent/recordingsession.h"
 #include "hook/inspector.h"
 #include "wrappers/qt/functions/inputplayer.h"
 
@@ -183,7 +184,8 @@ TEST_F(ScriptCalls, ThatFitNoOverloadFailAtOnce)
     EXPECT_EQ(error.code, Protocol::FunctionFailed);
     EXPECT_TRUE(error.message.contains(QStringLiteral("mouseClick"))) << qPrintable(error.message);
     EXPECT_EQ(failureOf("call", request("fly", {})).code, Protocol::FunctionFailed);
-    EXPECT_EQ(failureOf("call", request("mouseClick", QJsonArray{QJsonValue(QJsonArray{1})})).code, Protocol::InvalidParams);
+    EXPECT_EQ(failureOf("call", request("mouseClick", QJsonArray{QJsonValue(QJsonArray{1})})).code,
+              Protocol::InvalidParams);
     EXPECT_EQ(failureOf("call").code, Protocol::InvalidParams);
 }
 
@@ -230,4 +232,36 @@ TEST_F(ScriptCalls, SurviveTheEndOfTheConnection)
     toolEnd()->close();
     ASSERT_TRUE(waitUntil([&] { return reply->has_value() && QtWrapper::InputPlayer::self()->isIdle(); }));
     EXPECT_EQ((*reply)->error->code, Protocol::Disconnected);
+}
+
+TEST_F(ScriptCalls, FlicksAreRecordedBehindWhatWasPlayedBefore)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 300; height: 200; visible: true
+            MouseArea { id: area; width: 100; height: 100 }
+            Flickable { id: list; x: 150; width: 100; height: 200; contentHeight: 1000 }
+        })qml");
+    QStringList recorded;
+    toolEnd()->onNotification(Protocol::Method::statement, [&](const QJsonObject &params) {
+        const auto statement = Protocol::Statement::fromJson(params);
+        ASSERT_TRUE(statement);
+        QString text = statement->function + u' ' + statement->object;
+        for (const Protocol::StatementArgument &argument : statement->arguments)
+            text += u' ' + QString::number(argument.value.toInt());
+        recorded.append(text);
+    });
+    auto session = std::make_unique<Agent::RecordingSession>(host(), agentEnd());
+    ask("call",
+        request("mouseClick", {QStringLiteral("WindowQmlImpl#form #area"), 5, 6, static_cast<int>(Qt::LeftButton)}));
+    ask("call", request("flick", {QStringLiteral("WindowQmlImpl#form #list"), 0, 300}));
+    EXPECT_EQ(failureOf("call", request("flick", {QStringLiteral("WindowQmlImpl#form #area"), 0, 1})).code,
+              Protocol::FunctionFailed);
+    session.reset();
+    ask("call", request("flick", {QStringLiteral("WindowQmlImpl#form #list"), 0, 50}));
+    EXPECT_EQ(recorded,
+              QStringList({QStringLiteral("mouseClick WindowQmlImpl#form MouseArea#area:visible 5 6 1"),
+                           QStringLiteral("flick WindowQmlImpl#form Flickable#list:visible 0 300")}));
 }

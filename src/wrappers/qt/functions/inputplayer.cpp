@@ -127,8 +127,7 @@ void InputPlayer::Private::beginNext()
         m_toActivate = window;
     m_activationDeadline = QDeadlineTimer(ActivationLimit);
     schedule();
-    if (const std::function<void()> callback = beforeAction)
-        callback();
+    announceAction();
     if (m_toActivate)
         m_toActivate->requestActivate();
 }
@@ -265,6 +264,12 @@ QPointF InputPlayer::lastPoint() const
 void InputPlayer::setBeforeAction(std::function<void()> callback)
 {
     beforeAction = std::move(callback);
+}
+
+void InputPlayer::announceAction()
+{
+    if (const std::function<void()> callback = beforeAction)
+        callback();
 }
 
 void InputPlayer::play(InputAction action)

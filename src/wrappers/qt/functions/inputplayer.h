@@ -68,6 +68,10 @@ public:
     /// taken for a double click. Doesn't make the player.
     static void setBeforeAction(std::function<void()> callback);
 
+    /// Calls what setBeforeAction() was given. For whoever carries an action out
+    /// without the player, since it needs no input.
+    static void announceAction();
+
     /// Queues \p action. For the script functions.
     void play(InputAction action);
 
