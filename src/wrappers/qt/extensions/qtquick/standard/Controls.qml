@@ -41,7 +41,8 @@ VantleHook {
         return isQmlType(item, "QQuickMouseArea") && (!item.enabled || item.acceptedButtons === Qt.NoButton);
     }
 
-    // The text of a combo box or spin box that can't be edited is a label.
+    // The text of a combo box or spin box that can't be edited is a label, also
+    // where it is a text field that is switched off.
     function isLabel(item, whole) {
         return isQmlType(item, "QQuickTextInput") && whole.editable === false;
     }
@@ -56,7 +57,7 @@ VantleHook {
         if (letsPressesThrough(item))
             return true;
         if (isAnyOf(item, wholes))
-            return unhandled;
+            return isAnyOf(item.parent, wholes) && isLabel(item, item.parent) ? true : unhandled;
         for (let ancestor = item.parent; ancestor; ancestor = ancestor.parent) {
             if (isAnyOf(ancestor, wholes))
                 return isDecorationOf(item, ancestor) ? true : unhandled;
