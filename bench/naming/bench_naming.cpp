@@ -4,9 +4,12 @@
 // as the name in question: naming and lookup may grow with the scene like
 // them, and not faster. What a move of the pointer asks for must not grow at all.
 
+#include "hook/logger.h"
 #include "hook/objectname.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
+#include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemlookup.h"
 #include "wrappers/qt/objectnamecache.h"
 #include "wrappers/qt/wrapping.h"
@@ -163,6 +166,41 @@ void nameForMove(benchmark::State &state)
     }
 }
 
+// The point is over no item, so that all of them are asked.
+const QPointF nowhere(-1, -1);
+
+QQuickItem *bareItemAt(QQuickItem *item, const QPointF &point)
+{
+    const QList<QQuickItem *> children = item->childItems();
+    for (auto it = children.crbegin(); it != children.crend(); ++it) {
+        if (QQuickItem *hit = bareItemAt(*it, (*it)->mapFromItem(item, point)))
+            return hit;
+    }
+    return item->contains(point) ? item : nullptr;
+}
+
+void bareHitTest(benchmark::State &state)
+{
+    const auto scene = sceneOf(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(bareItemAt(scene->window.contentItem(), nowhere));
+}
+
+void hitTest(benchmark::State &state)
+{
+    const auto scene = sceneOf(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(recursiveQuickItemAt(scene->window.contentItem(), nowhere));
+}
+
+class QuietLogger : public Logger
+{
+    void info(const std::string &) override {}
+    void warning(const std::string &) override {}
+    void level3(const std::string &) override {}
+    void level4(const std::string &) override {}
+};
+
 void scenes(benchmark::internal::Benchmark *benchmark)
 {
     benchmark->ArgNames({"layout", "items"})->ArgsProduct({{Flat, Deep, Nested}, {1000, 10000}});
@@ -179,12 +217,16 @@ BENCHMARK_CAPTURE(bareWalkOf, typeObjectNameAndVisible, true)->Apply(scenes);
 BENCHMARK(lookUpText)->Apply(scenes);
 BENCHMARK(name)->Apply(scenes);
 BENCHMARK(nameForMove)->Apply(scenes);
+BENCHMARK(bareHitTest)->Apply(scenes);
+BENCHMARK(hitTest)->Apply(scenes);
 
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     const QGuiApplication qtApplication(argc, argv);
+    QuietLogger logger;
+    QtQuickCommon::setLogger(&logger);
     Application application;
     setupQtQuick();
     benchmark::Initialize(&argc, argv);
