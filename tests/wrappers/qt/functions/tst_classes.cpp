@@ -282,7 +282,8 @@ TEST(ClassWithoutABase, AsksForItWhenItIsFirstNeeded)
 
 TEST(Enumerations, OfferTheirItemsWithoutTheClosingOne)
 {
-    const EnumClass type(QStringLiteral("Size"), QStringLiteral("SizeValue"), Sizes);
+    const EnumClass &type = *VantleTest::keepForever(
+        new EnumClass(QStringLiteral("Size"), QStringLiteral("SizeValue"), Sizes));
     ASSERT_EQ(type.enums().size(), 1);
     const Enum *const sizes = type.enums().first();
     EXPECT_EQ(sizes->owner(), &type);

@@ -2,6 +2,7 @@
 
 #include "hook/enumclass.h"
 #include "hook/inspector.h"
+#include "support/keepforever.h"
 
 #include <gtest/gtest.h>
 
@@ -92,7 +93,8 @@ TEST_F(ValueClasses, TolerantlyIntegersAndTruthValuesTurnIntoEachOther)
 TEST_F(ValueClasses, TolerantlyIntegersTurnIntoEnumeratorsAndSumsOfThem)
 {
     static constexpr Enum::Item items[] = {{"One", 1}, {"Two", 2}, {nullptr, 0}};
-    const EnumClass flags(QStringLiteral("Flags"), QStringLiteral("Flag"), items);
+    const EnumClass &flags = *VantleTest::keepForever(
+        new EnumClass(QStringLiteral("Flags"), QStringLiteral("Flag"), items));
     const SharedPtr<Object> sum = convertTolerant(inspector->createInteger(3), &flags);
     ASSERT_FALSE(sum.isNull());
     EXPECT_EQ(sum->objectClass(), &flags);
