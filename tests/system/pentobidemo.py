@@ -44,6 +44,15 @@ def drag_corner(window, dx, dy):
 
 def play(recording, window, say):
     """Does it all. Ends with two windows open, the help in front."""
+    say("click the board with Ctrl, with the right button, and for long")
+    window.click(*pentobisession.BOARD, modifiers=["ctrl"])
+    window.click(*pentobisession.BOARD, button=3)
+    window.press_for(pentobisession.BOARD[0], pentobisession.BOARD[1] + 50, 1.2)
+    say("open the menu with Shift, close it with Escape")
+    window.click(*pentobisession.MENU, modifiers=["shift"])
+    window.wait_until_settled()
+    xdotool("key", "Escape")
+    window.wait_until_settled()
     say("open the menu, Game, Game Info")
     for place in (pentobisession.MENU, MENU_GAME, GAME_INFO):
         window.click(*place)
