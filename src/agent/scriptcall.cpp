@@ -93,7 +93,12 @@ ScriptCall::ScriptCall(const Request &request, const TargetFinder *finder, const
     study();
 }
 
-ScriptCall::~ScriptCall() = default;
+ScriptCall::~ScriptCall()
+{
+    // All was done, and has ended the program, as closing its last window does.
+    if (m_isCarriedOut && !m_responder.isOver() && QtWrapper::InputPlayer::self()->isPlayed())
+        m_responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue()}});
+}
 
 // What the signature tells about the call. One that fits no overload waits for
 // nothing: it fails with the Inspector's own words.
@@ -295,6 +300,7 @@ void ScriptCall::carryOut()
     }
     if (unseen)
         QtWrapper::Application::self()->recordEvent(*unseen);
+    m_isCarriedOut = true;
     // The function has only handed its input over.
     QtWrapper::InputPlayer::self()->whenIdle([self, result](const QString &problem) {
         if (self)

@@ -92,6 +92,7 @@ private:
     QPointer<QQuickWindow> m_watchedWindow;
     QElapsedTimer m_sinceLastLook;
     bool m_hasDrawn = false;
+    bool m_isCarriedOut = false;
 
     QPointer<QWindow> m_window; // where it acted
     QPoint m_point;             // in its coordinates

@@ -265,3 +265,13 @@ TEST_F(ScriptCalls, FlicksAreRecordedBehindWhatWasPlayedBefore)
               QStringList({QStringLiteral("mouseClick WindowQmlImpl#form MouseArea#area:visible 5 6 1"),
                            QStringLiteral("flick WindowQmlImpl#form Flickable#list:visible 0 300")}));
 }
+
+TEST_F(ScriptCalls, ThatEndTheProgramAreAnswered)
+{
+    QObject::connect(
+        window(), &QWindow::visibleChanged, window(), [this] { endAgent(); }, Qt::QueuedConnection);
+    const QJsonObject result = ask("call", request("closeWindow", {QStringLiteral("WindowQmlImpl#form")}));
+    EXPECT_EQ(result.value(QStringLiteral("result")), QJsonValue());
+    EXPECT_FALSE(window()->isVisible());
+    ASSERT_TRUE(waitUntil([] { return QtWrapper::InputPlayer::self()->isIdle(); }));
+}

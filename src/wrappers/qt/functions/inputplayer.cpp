@@ -239,6 +239,11 @@ bool InputPlayer::isIdle() const
     return m_private->phase == Private::Idle && m_private->queue.empty();
 }
 
+bool InputPlayer::isPlayed() const
+{
+    return (m_private->phase == Private::Idle || m_private->phase == Private::Ending) && m_private->queue.empty();
+}
+
 void InputPlayer::whenIdle(Callback callback)
 {
     if (!m_private->queue.empty()) {

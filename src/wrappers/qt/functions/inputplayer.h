@@ -45,6 +45,10 @@ public:
     /// Whether every step of every action has been delivered.
     bool isIdle() const;
 
+    /// Same, but true already while the last step is still being delivered, such
+    /// as a click that ends the program.
+    bool isPlayed() const;
+
     /// Calls \p callback, once, when the actions handed over so far have been
     /// delivered, with the error of the last one of them. Always from the event
     /// loop, never from within this call, and before a later action begins.
