@@ -1,4 +1,4 @@
-#include "wrappers/qt/bynamefunctions.h"
+#include "wrappers/qt/bynamefunctions_p.h"
 
 #include "hook/inspector.h"
 #include "wrappers/qt/functions/interactions_p.h"
@@ -116,43 +116,11 @@ VANTLE_BY_NAME_FUNCTION(touchAndDragOCDMDByNameFn, touchAndDrag, Coordinates, Di
 
 void registerByNameFunctions()
 {
-    for (auto *accessor : {
-             typeByNameFn,
-             mouseWheelByNameFn,
-             flickODByNameFn,
-             closeWindowByNameFn,
-             moveWindowByNameFn,
-             setWindowSizeByNameFn,
-             setWindowStateByNameFn,
-             gestureOGByNameFn,
-             mouseDragByNameFn,
-             longMouseDragByNameFn,
-             dragAndDropOTByNameFn,
-             dragAndDropOCTCByNameFn,
-             mouseClickOByNameFn,
-             mouseClickOBMByNameFn,
-             mouseClickOCBByNameFn,
-             mouseClickOCBMByNameFn,
-             longMouseClickOByNameFn,
-             longMouseClickOBMByNameFn,
-             longMouseClickOCBByNameFn,
-             longMouseClickOCBMByNameFn,
-             doubleClickOByNameFn,
-             doubleClickOBMByNameFn,
-             doubleClickOCBByNameFn,
-             doubleClickOCBMByNameFn,
-             tapObjectOByNameFn,
-             tapObjectOMByNameFn,
-             tapObjectOCByNameFn,
-             tapObjectOCMByNameFn,
-             doubleTapOByNameFn,
-             doubleTapOMByNameFn,
-             doubleTapOCByNameFn,
-             doubleTapOCMByNameFn,
-             touchAndDragOCDByNameFn,
-             touchAndDragOCDMByNameFn,
-             touchAndDragOCDMDByNameFn,
-         })
+    for (auto *accessor : inputByNameFns)
+        accessor();
+    for (auto *accessor : windowByNameFns)
+        accessor();
+    for (auto *accessor : {flickODByNameFn, dragAndDropOTByNameFn, dragAndDropOCTCByNameFn})
         accessor();
 }
 

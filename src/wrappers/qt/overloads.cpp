@@ -1,7 +1,7 @@
 #include "wrappers/qt/overloads.h"
 
 #include "hook/inspector.h"
-#include "wrappers/qt/bynamefunctions.h"
+#include "wrappers/qt/bynamefunctions_p.h"
 #include "wrappers/qt/functions/interactions_p.h"
 #include "wrappers/qt/wrapping.h"
 
@@ -42,40 +42,8 @@ void registerInteractionOverloadsFor(const Class *type)
 {
     if (!type)
         return;
-    // What is done to windows is missing here, and `flick`, which has an
-    // operation of its own.
-    for (const auto byName : {
-             typeByNameFn,
-             mouseWheelByNameFn,
-             gestureOGByNameFn,
-             mouseDragByNameFn,
-             longMouseDragByNameFn,
-             mouseClickOByNameFn,
-             mouseClickOBMByNameFn,
-             mouseClickOCBByNameFn,
-             mouseClickOCBMByNameFn,
-             longMouseClickOByNameFn,
-             longMouseClickOBMByNameFn,
-             longMouseClickOCBByNameFn,
-             longMouseClickOCBMByNameFn,
-             doubleClickOByNameFn,
-             doubleClickOBMByNameFn,
-             doubleClickOCBByNameFn,
-             doubleClickOCBMByNameFn,
-             tapObjectOByNameFn,
-             tapObjectOMByNameFn,
-             tapObjectOCByNameFn,
-             tapObjectOCMByNameFn,
-             doubleTapOByNameFn,
-             doubleTapOMByNameFn,
-             doubleTapOCByNameFn,
-             doubleTapOCMByNameFn,
-             touchAndDragOCDByNameFn,
-             touchAndDragOCDMByNameFn,
-             touchAndDragOCDMDByNameFn,
-         }) {
+    for (const auto byName : inputByNameFns)
         addObjectOverload(byName(), type);
-    }
 }
 
 void registerWindowOverloads()
@@ -83,8 +51,7 @@ void registerWindowOverloads()
     const Class *const windowClass = classForMetaObject(&QWindow::staticMetaObject);
     [[maybe_unused]] static const bool isDone = [windowClass] {
         registerInteractionOverloadsFor(windowClass);
-        for (const auto byName :
-             {closeWindowByNameFn, moveWindowByNameFn, setWindowSizeByNameFn, setWindowStateByNameFn})
+        for (const auto byName : windowByNameFns)
             addObjectOverload(byName(), windowClass);
         return true;
     }();
