@@ -270,7 +270,6 @@ TEST_F(EventWatching, EventThatWaitedBehindALongFirstPictureIsNotRecorded)
     Agent::EventWatcher impatient(std::chrono::milliseconds(40));
     watcher.stop();
     impatient.start();
-    VantleTest::waitUntil([] { return true; });
     QThread::msleep(100);
     QWindowSystemInterface::handleGeometryChange(window.get(), QRect(window->position(), QSize(305, 255)));
     QWindowSystemInterface::handleGeometryChange(window.get(), QRect(window->position(), QSize(300, 250)));
