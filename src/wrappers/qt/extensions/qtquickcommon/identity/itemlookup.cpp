@@ -31,22 +31,21 @@ SharedPtr<Object> searchItems(const QList<QQuickItem *> &items, const ObjectName
 {
     ItemWalk walk(items, hazardOf(properties));
     PropertyComparison comparison(properties);
-    QList<QString> failed;
     while (walk.next()) {
         QQuickItem *const item = walk.item();
         if (!searchInvisible && item && !item->isVisible())
             continue;
-        comparison.findMismatched(item, &failed);
+        const qsizetype failed = comparison.countMismatched(item);
         if (item && !walk.item())
             continue;
-        if (failed.isEmpty() && countDown(remaining)) {
+        if (failed == 0 && countDown(remaining)) {
             // What the caller had stays for a root, and goes for what is below one.
             if (!walk.isAtRoot())
                 mismatched.clear();
             return wrapAndRegisterQObject(item);
         }
-        if (mismatched.isEmpty() || failed.size() < mismatched.size())
-            mismatched.swap(failed);
+        if (mismatched.isEmpty() || failed < mismatched.size())
+            mismatched = comparison.mismatchedKeys();
         walk.enterChildren();
     }
     return {};

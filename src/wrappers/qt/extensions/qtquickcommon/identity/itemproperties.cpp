@@ -8,6 +8,7 @@
 
 #include <QtCore/QPointer>
 #include <QtCore/QVariant>
+#include <QtCore/private/qobject_p.h>
 #include <QtQuick/QQuickItem>
 
 namespace Vantle::QtWrapper {
@@ -17,6 +18,15 @@ namespace {
 bool isEnumeration(const QVariant &value)
 {
     return value.metaType().flags().testFlag(QMetaType::IsEnumeration);
+}
+
+// QObject::objectName() hands out a copy and looks for bindings that might
+// depend on it, which is half the cost of a lookup in a large scene.
+const QString &storedObjectName(QQuickItem *item)
+{
+    static const QString none;
+    const auto *const extra = QObjectPrivate::get(item)->extraData;
+    return extra ? extra->objectName.valueBypassingBindings() : none;
 }
 
 } // namespace
@@ -51,34 +61,48 @@ bool itemPropertyValue(QQuickItem *item, const QString &key, QString *value)
 
 QList<QString> mismatchedProperties(QQuickItem *item, const ObjectName::Properties &properties)
 {
-    QList<QString> keys;
-    PropertyComparison(properties).findMismatched(item, &keys);
-    return keys;
+    PropertyComparison comparison(properties);
+    comparison.countMismatched(item);
+    return comparison.mismatchedKeys();
 }
 
 PropertyComparison::PropertyComparison(const ObjectName::Properties &properties)
 {
     for (auto property = properties.cbegin(); property != properties.cend(); ++property) {
-        if (property.key() == QLatin1String("occurrence"))
-            continue;
-        const Kind kind = property.key() == QLatin1String("type") ? Kind::Type
-            : property.key() == QLatin1String("objectName")       ? Kind::ObjectName
-                                                                  : Kind::Other;
-        m_expected.push_back({kind, property.key(), &*property});
+        if (property.key() != QLatin1String("occurrence"))
+            m_expected.push_back({kindOf(property.key()), property.key(), &*property});
     }
     m_needsGuard = m_expected.size() > 1 && hazardOf(properties) == ItemWalk::ItemsMayVanish;
 }
 
-void PropertyComparison::findMismatched(QQuickItem *item, QList<QString> *keys)
+PropertyComparison::Kind PropertyComparison::kindOf(const QString &key)
 {
-    keys->clear();
-    if (!item)
-        return;
+    if (key == QLatin1String("type"))
+        return Kind::Type;
+    if (key == QLatin1String("objectName"))
+        return Kind::ObjectName;
+    return key == QLatin1String("visible") ? Kind::Visible : Kind::Other;
+}
+
+qsizetype PropertyComparison::countMismatched(QQuickItem *item)
+{
     const QPointer<QQuickItem> guard(m_needsGuard ? item : nullptr);
-    for (const Expected &expected : m_expected) {
-        if ((m_needsGuard && !guard) || !matches(item, expected))
-            keys->append(expected.key);
+    qsizetype count = 0;
+    for (Expected &expected : m_expected) {
+        expected.isMismatched = item && ((m_needsGuard && !guard) || !matches(item, expected));
+        count += expected.isMismatched;
     }
+    return count;
+}
+
+QList<QString> PropertyComparison::mismatchedKeys() const
+{
+    QList<QString> keys;
+    for (const Expected &expected : m_expected) {
+        if (expected.isMismatched)
+            keys.append(expected.key);
+    }
+    return keys;
 }
 
 bool PropertyComparison::matches(QQuickItem *item, const Expected &expected)
@@ -86,20 +110,30 @@ bool PropertyComparison::matches(QQuickItem *item, const Expected &expected)
     if (expected.kind == Kind::Type)
         return isOfType(item, *expected.value);
     if (expected.kind == Kind::ObjectName)
-        return expected.value->matches(item->objectName());
+        return expected.value->matches(storedObjectName(item));
+    if (expected.kind == Kind::Visible && hasVisibilityOfItems(item))
+        return expected.value->matches(item->isVisible() ? QStringLiteral("true") : QStringLiteral("false"));
     // A class may go, and another one come to its place, when the program runs.
-    m_lastClass = nullptr;
+    m_isOfType.type = m_hasVisibilityOfItems.type = nullptr;
     QString text;
     return itemPropertyValue(item, expected.key, &text) && expected.value->matches(text);
 }
 
 bool PropertyComparison::isOfType(QQuickItem *item, const PropertyValue &type)
 {
-    if (const QMetaObject *const itsClass = item->metaObject(); itsClass != m_lastClass) {
-        m_isLastOfType = qmlMatchesTypeProperty(item, type);
-        m_lastClass = itsClass;
-    }
-    return m_isLastOfType;
+    if (const QMetaObject *const itsClass = item->metaObject(); itsClass != m_isOfType.type)
+        m_isOfType = {itsClass, qmlMatchesTypeProperty(item, type)};
+    return m_isOfType.holds;
+}
+
+// Nearly every name says whether its item is visible, so this is asked without
+// the detour by the property's name, unless a class has replaced the property.
+bool PropertyComparison::hasVisibilityOfItems(QQuickItem *item)
+{
+    static const int ofItems = QQuickItem::staticMetaObject.indexOfProperty("visible");
+    if (const QMetaObject *const itsClass = item->metaObject(); itsClass != m_hasVisibilityOfItems.type)
+        m_hasVisibilityOfItems = {itsClass, itsClass->indexOfProperty("visible") == ofItems};
+    return m_hasVisibilityOfItems.holds;
 }
 
 QQuickItem *toQuickItem(const SharedPtr<Object> &object)

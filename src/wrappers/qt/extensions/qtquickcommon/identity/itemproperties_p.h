@@ -32,14 +32,18 @@ public:
     /// \p properties must outlive the comparison.
     explicit PropertyComparison(const ObjectName::Properties &properties);
 
-    /// Puts the keys that \p item fails on, in ascending order, into \p keys in
-    /// place of what it holds.
-    void findMismatched(QQuickItem *item, QList<QString> *keys);
+    /// The number of keys that \p item fails on. All keys are compared, since
+    /// the number tells how close the item comes. None for a null item.
+    qsizetype countMismatched(QQuickItem *item);
+    /// The keys that the item of the last countMismatched() failed on, in
+    /// ascending order.
+    QList<QString> mismatchedKeys() const;
 
 private:
     enum class Kind : quint8 {
         Type,
         ObjectName,
+        Visible,
         Other
     };
     struct Expected
@@ -47,16 +51,25 @@ private:
         Kind kind;
         QString key;
         const PropertyValue *value;
+        bool isMismatched = false; ///< by the last item
     };
 
+    static Kind kindOf(const QString &key);
     bool matches(QQuickItem *item, const Expected &expected);
     bool isOfType(QQuickItem *item, const PropertyValue &type);
+    bool hasVisibilityOfItems(QQuickItem *item);
+
+    /// What was last found out about a class, as siblings often are of one class.
+    struct ClassFact
+    {
+        const QMetaObject *type = nullptr;
+        bool holds = false;
+    };
 
     std::vector<Expected> m_expected;
     bool m_needsGuard = false; ///< a comparison may destroy the item ahead of the next
-    /// The class that was looked at last, as siblings often are of one class.
-    const QMetaObject *m_lastClass = nullptr;
-    bool m_isLastOfType = false;
+    ClassFact m_isOfType;
+    ClassFact m_hasVisibilityOfItems;
 };
 
 /// The item behind \p object; null if it is dead, null or something else.

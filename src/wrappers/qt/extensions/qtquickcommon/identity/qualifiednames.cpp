@@ -87,12 +87,11 @@ bool countOccurrences(QQuickItem *target, const QList<QQuickItem *> &candidates,
 {
     ItemWalk walk(candidates, hazardOf(properties));
     PropertyComparison comparison(properties);
-    QList<QString> mismatched;
     while (walk.next()) {
         QQuickItem *const item = walk.item();
-        comparison.findMismatched(item, &mismatched);
+        const bool isMatch = comparison.countMismatched(item) == 0;
         // An item that died while it was compared is none that the lookup meets.
-        if (mismatched.isEmpty() && (!item || walk.item()))
+        if (isMatch && (!item || walk.item()))
             ++count;
         if (item == target)
             return true;

@@ -32,6 +32,18 @@ protected:
     static std::optional<QString> text(const char *value) { return QString::fromUtf8(value); }
 };
 
+/// Its class has put a property of its own in the place of QQuickItem's.
+class TellingItem : public QQuickItem
+{
+    Q_OBJECT
+    Q_PROPERTY(QString visible READ visibleInWords CONSTANT)
+
+public:
+    using QQuickItem::QQuickItem;
+
+    QString visibleInWords() const { return QStringLiteral("hardly"); }
+};
+
 constexpr char Subject[] = R"(
     import QtQuick
     Window {
@@ -196,6 +208,41 @@ TEST_F(ItemProperties, TypeIsTheHostsToDecide)
     EXPECT_EQ(mismatches(find("it"), "Item"), QStringList{QStringLiteral("type")});
 }
 
+TEST_F(ItemProperties, VisibilityIsThatOfTheItemWithAllAroundIt)
+{
+    load("import QtQuick\nWindow { visible: false; Item { visible: false; Item { objectName: 'it' } } Item {} }");
+    EXPECT_EQ(mismatches(find("it"), ":hidden"), QStringList());
+    EXPECT_EQ(mismatches(find("it"), ":visible"), QStringList{QStringLiteral("visible")});
+    EXPECT_EQ(mismatches(find("it"), "[visible=\"False\"]"), QStringList{QStringLiteral("visible")});
+    EXPECT_EQ(mismatches(roots().at(1), ":visible"), QStringList());
+}
+
+TEST_F(ItemProperties, VisibilityOfAClassIsReadByItsOwnProperty)
+{
+    load(Subject);
+    TellingItem telling(roots().at(0));
+    const ObjectName hardly(QStringLiteral("[visible=\"hardly\"]"));
+    PropertyComparison comparison(hardly.properties());
+    EXPECT_EQ(comparison.countMismatched(roots().at(1)), 1);
+    EXPECT_EQ(comparison.countMismatched(&telling), 0);
+    EXPECT_EQ(comparison.countMismatched(roots().at(1)), 1);
+    EXPECT_EQ(comparison.mismatchedKeys(), QStringList{QStringLiteral("visible")});
+}
+
+TEST_F(ItemProperties, ComparisonForgetsTheItemBefore)
+{
+    load(Subject);
+    const ObjectName name(QStringLiteral("Text[text=\"b\"]"));
+    PropertyComparison comparison(name.properties());
+    EXPECT_EQ(comparison.mismatchedKeys(), QStringList());
+    EXPECT_EQ(comparison.countMismatched(roots().at(1)), 2);
+    EXPECT_EQ(comparison.mismatchedKeys(), (QStringList{QStringLiteral("text"), QStringLiteral("type")}));
+    EXPECT_EQ(comparison.countMismatched(roots().at(0)), 1);
+    EXPECT_EQ(comparison.mismatchedKeys(), QStringList{QStringLiteral("text")});
+    EXPECT_EQ(comparison.countMismatched(nullptr), 0);
+    EXPECT_EQ(comparison.mismatchedKeys(), QStringList());
+}
+
 TEST_F(ItemProperties, OnlyItemsAreItems)
 {
     load(Subject);
@@ -207,3 +254,5 @@ TEST_F(ItemProperties, OnlyItemsAreItems)
     destroyRoot();
     EXPECT_EQ(toQuickItem(dead), nullptr);
 }
+
+#include "tst_itemproperties.moc"
