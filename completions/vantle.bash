@@ -1,136 +1,113 @@
 # Completion of vantle(1) for bash.
 
+# Offers values for option $1 that begin with $2; $3 goes in front of each.
+# Fails if the option takes none.
+_vantle_value()
+{
+    case $1 in
+    -o | --output | --tree | --names | --record | --junit | --report)
+        mapfile -t COMPREPLY < <(compgen -P "$3" -f -- "$2")
+        ;;
+    --extensions)
+        mapfile -t COMPREPLY < <(compgen -P "$3" -d -- "$2")
+        ;;
+    --debug-compression)
+        mapfile -t COMPREPLY < <(compgen -P "$3" -W "0 1 2" -- "$2")
+        ;;
+    --name | --timeout | --start-timeout | --without-coordinates | --workers)
+        COMPREPLY=()
+        ;;
+    *)
+        return 1
+        ;;
+    esac
+}
+
+# The words up to the one to be completed, with "--option=value" as three words,
+# whether bash has split it or not, and without the "=".
+_vantle_words()
+{
+    local i
+    words=()
+    for ((i = 1; i <= COMP_CWORD; i++)); do
+        local word=${COMP_WORDS[i]}
+        if [[ $word == = ]]; then
+            # Bash has split it; without a value yet, there is one to be begun.
+            ((i == COMP_CWORD)) && words+=("")
+        elif [[ $word == --*=* ]]; then
+            ((i == COMP_CWORD)) && prefix=${word%%=*}=
+            words+=("${word%%=*}" "${word#*=}")
+        else
+            words+=("$word")
+        fi
+    done
+}
+
+# The place of the program in the words, behind "--" or, where no files may come
+# first, the first word that belongs to no option. Empty if there is none yet.
+_vantle_program()
+{
+    local i
+    for ((i = 1; i + 1 < ${#words[@]}; i++)); do
+        if [[ ${words[i]} == -- ]]; then
+            echo $((i + 1))
+            return
+        elif _vantle_value "${words[i]}" "" ""; then
+            ((i++))
+        elif [[ ${words[i]} != -* && ${words[0]} != replay ]]; then
+            echo "$i"
+            return
+        fi
+    done
+}
+
+_vantle_options()
+{
+    case $1 in
+    record)
+        echo -o --output --without-coordinates --tree --keep-running --start-timeout --debug-compression --extensions \
+            --names -h --help --
+        ;;
+    inspect)
+        echo --name --functions --check-names --json --timeout --start-timeout --extensions --names -h --help --
+        ;;
+    replay)
+        echo --timeout --start-timeout --junit --report --update-images --record --tree --workers --offscreen \
+            --share-display --fresh-settings --extensions --names -h --help --
+        ;;
+    doctor)
+        echo -h --help
+        ;;
+    esac
+}
+
 _vantle()
 {
-    local current=${COMP_WORDS[COMP_CWORD]}
-    local previous=${COMP_WORDS[COMP_CWORD - 1]}
-    COMPREPLY=()
-
-    if [[ $COMP_CWORD -eq 1 ]]; then
+    local words prefix=
+    _vantle_words
+    local last=$((${#words[@]} - 1))
+    local current=${words[last]}
+    if ((last == 0)); then
         mapfile -t COMPREPLY < <(compgen -W "record replay inspect doctor --help --version" -- "$current")
         return
     fi
 
-    case ${COMP_WORDS[1]} in
-    record)
+    local program
+    program=$(_vantle_program)
+    if [[ -n $program ]]; then
         # What follows the program is the program's own.
-        local i
-        for ((i = 2; i < COMP_CWORD; i++)); do
-            case ${COMP_WORDS[i]} in
-            --)
-                if ((i + 1 == COMP_CWORD)); then
-                    mapfile -t COMPREPLY < <(compgen -c -- "$current")
-                else
-                    mapfile -t COMPREPLY < <(compgen -f -- "$current")
-                fi
-                return
-                ;;
-            -o | --output | --without-coordinates | --start-timeout | --debug-compression | --extensions | --names)
-                ((i++))
-                ;;
-            -*) ;;
-            *)
-                mapfile -t COMPREPLY < <(compgen -f -- "$current")
-                return
-                ;;
-            esac
-        done
-        case $previous in
-        -o | --output | --names)
-            mapfile -t COMPREPLY < <(compgen -f -- "$current")
-            return
-            ;;
-        --debug-compression)
-            mapfile -t COMPREPLY < <(compgen -W "0 1 2" -- "$current")
-            return
-            ;;
-        --extensions)
-            mapfile -t COMPREPLY < <(compgen -d -- "$current")
-            return
-            ;;
-        --without-coordinates | --start-timeout)
-            return
-            ;;
-        esac
-        if [[ $current == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "-o --output --without-coordinates --tree --keep-running \
-                --start-timeout --debug-compression --extensions --names -h --help --" -- "$current")
-        else
-            mapfile -t COMPREPLY < <(compgen -c -- "$current")
-        fi
-        ;;
-    inspect)
-        # What follows the program is the program's own.
-        local i
-        for ((i = 2; i < COMP_CWORD; i++)); do
-            case ${COMP_WORDS[i]} in
-            --)
-                if ((i + 1 == COMP_CWORD)); then
-                    mapfile -t COMPREPLY < <(compgen -c -- "$current")
-                else
-                    mapfile -t COMPREPLY < <(compgen -f -- "$current")
-                fi
-                return
-                ;;
-            --name | --timeout | --start-timeout | --extensions | --names)
-                ((i++))
-                ;;
-            -*) ;;
-            *)
-                mapfile -t COMPREPLY < <(compgen -f -- "$current")
-                return
-                ;;
-            esac
-        done
-        case $previous in
-        --names)
-            mapfile -t COMPREPLY < <(compgen -f -- "$current")
-            return
-            ;;
-        --extensions)
-            mapfile -t COMPREPLY < <(compgen -d -- "$current")
-            return
-            ;;
-        --name | --timeout | --start-timeout)
-            return
-            ;;
-        esac
-        if [[ $current == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "--name --functions --check-names --json --timeout \
-                --start-timeout --extensions --names -h --help --" -- "$current")
-        else
-            mapfile -t COMPREPLY < <(compgen -c -- "$current")
-        fi
-        ;;
-    replay)
-        # Scripts and options in any order, and behind "--" the program.
-        local i
-        for ((i = 2; i < COMP_CWORD; i++)); do
-            [[ ${COMP_WORDS[i]} == -- ]] || continue
-            if ((i + 1 == COMP_CWORD)); then
-                mapfile -t COMPREPLY < <(compgen -c -- "$current")
-            else
-                mapfile -t COMPREPLY < <(compgen -f -- "$current")
-            fi
-            return
-        done
-        case $previous in
-        --timeout | --start-timeout | --workers)
-            return
-            ;;
-        esac
-        if [[ $current == -* ]]; then
-            mapfile -t COMPREPLY < <(compgen -W "--timeout --start-timeout --junit --report --update-images \
-                --record --tree --workers --offscreen --share-display --fresh-settings \
-                --extensions --names -h --help --" -- "$current")
-        else
-            mapfile -t COMPREPLY < <(compgen -f -- "$current")
-        fi
-        ;;
-    doctor)
-        mapfile -t COMPREPLY < <(compgen -W "-h --help" -- "$current")
-        ;;
-    esac
+        local kind=-f
+        ((program == last)) && kind=-c
+        mapfile -t COMPREPLY < <(compgen $kind -- "$current")
+    elif ((last > 1)) && _vantle_value "${words[last - 1]}" "$current" "$prefix"; then
+        return
+    elif [[ $current == -* || ${words[0]} == doctor ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$(_vantle_options "${words[0]}")" -- "$current")
+    elif [[ ${words[0]} == replay ]]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    else
+        mapfile -t COMPREPLY < <(compgen -c -- "$current")
+    fi
 }
 
 complete -o filenames -F _vantle vantle

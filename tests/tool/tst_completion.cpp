@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
 
 using namespace Vantle::Tool;
 
@@ -16,16 +18,18 @@ QString contentOf(const char *path)
     return QString::fromUtf8(file.readAll());
 }
 
-/// What bash offers for the last of \p words.
-QStringList offeredByBash(const QStringList &words)
+/// What bash offers for the last of \p words in the folder \p directory.
+QStringList offeredByBash(const QStringList &words, const QString &directory = QDir::currentPath())
 {
     QProcess bash;
+    bash.setWorkingDirectory(directory);
     const QString script = QStringLiteral("source \"$1\"; shift; COMP_WORDS=(vantle \"$@\"); COMP_CWORD=$#; _vantle; "
                                           "printf '%s\\n' \"${COMPREPLY[@]}\"");
     bash.setProcessChannelMode(QProcess::MergedChannels);
-    bash.start(QStringLiteral("bash"), QStringList({QStringLiteral("--norc"), QStringLiteral("-c"), script,
-                                                    QStringLiteral("bash"), QStringLiteral(VANTLE_BASH_COMPLETION)})
-                                           + words);
+    bash.start(QStringLiteral("bash"),
+               QStringList({QStringLiteral("--norc"), QStringLiteral("-c"), script, QStringLiteral("bash"),
+                            QStringLiteral(VANTLE_BASH_COMPLETION)})
+                   + words);
     EXPECT_TRUE(bash.waitForFinished());
     return QString::fromUtf8(bash.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
@@ -73,6 +77,53 @@ TEST(BashCompletion, offersValuesWhereTheyAreKnown)
     EXPECT_TRUE(offeredByBash({record, QStringLiteral("--start-timeout"), QString()}).isEmpty());
 }
 
+// In a terminal bash takes words apart at "=", unless it has been told not to.
+TEST(BashCompletion, offersFilesAndFoldersAsValues)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QFile(folder.filePath(QStringLiteral("file-a"))).open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("file-b")));
+    const QString begun = QStringLiteral("fil");
+    for (const Command &command : commands()) {
+        for (const Option &option : command.options) {
+            const QString name = QStringLiteral("--") + option.longName;
+            if (option.valueName != QLatin1String("FILE") && option.valueName != QLatin1String("DIR"))
+                continue;
+            QStringList expected{QStringLiteral("file-b")};
+            if (option.valueName == QLatin1String("FILE"))
+                expected.prepend(QStringLiteral("file-a"));
+            const auto offered = [&](const QStringList &words) {
+                QStringList names = offeredByBash(QStringList(command.name) + words, folder.path());
+                names.sort();
+                return names;
+            };
+            EXPECT_EQ(offered({name, begun}), expected) << qPrintable(command.name + name);
+            EXPECT_EQ(offered({name, QStringLiteral("="), begun}), expected) << qPrintable(command.name + name);
+            EXPECT_EQ(offered({name, QStringLiteral("=")}), expected) << qPrintable(command.name + name);
+            EXPECT_EQ(offered({name + QLatin1Char('=') + begun}),
+                      expected.replaceInStrings(QStringLiteral("file"), name + QStringLiteral("=file")))
+                << qPrintable(command.name + name);
+        }
+    }
+}
+
+TEST(BashCompletion, knowsWhichOptionsTakeAValue)
+{
+    for (const Command &command : commands()) {
+        for (const Option &option : command.options) {
+            const QString name = QStringLiteral("--") + option.longName;
+            const QStringList offered = offeredByBash({command.name, name, QStringLiteral("--hel")});
+            // What follows an option without value is the next option.
+            EXPECT_EQ(offered.contains(QStringLiteral("--help")), option.valueName.isEmpty())
+                << qPrintable(command.name + name);
+            EXPECT_EQ(offeredByBash({command.name, name, QStringLiteral("x"), QStringLiteral("--hel")})
+                          .contains(QStringLiteral("--help")),
+                      !option.valueName.isEmpty() || !command.takesProgram || command.takesFiles)
+                << qPrintable(command.name + name);
+        }
+    }
+}
+
 TEST(BashCompletion, leavesTheProgramsOwnArgumentsAlone)
 {
     const QString record = QStringLiteral("record");
@@ -93,10 +144,12 @@ TEST(BashCompletion, offersScriptsAndOptionsUpToTheProgram)
 {
     const QString replay = QStringLiteral("replay");
     const QString begun = QStringLiteral("--fresh");
-    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), begun}) == QStringList(QStringLiteral("--fresh-settings")));
+    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), begun})
+                == QStringList(QStringLiteral("--fresh-settings")));
     EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), QStringLiteral("--"), QStringLiteral("bas")})
                     .contains(QStringLiteral("bash")));
-    EXPECT_TRUE(offeredByBash({replay, QStringLiteral("a.js"), QStringLiteral("--"), QStringLiteral("x"), begun}).isEmpty());
+    EXPECT_TRUE(
+        offeredByBash({replay, QStringLiteral("a.js"), QStringLiteral("--"), QStringLiteral("x"), begun}).isEmpty());
     EXPECT_TRUE(offeredByBash({replay, QStringLiteral("--workers"), QString()}).isEmpty());
 }
 
