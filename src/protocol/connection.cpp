@@ -4,6 +4,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtNetwork/QLocalSocket>
 
+#include <limits>
 #include <utility>
 
 namespace Vantle::Protocol {
@@ -14,6 +15,13 @@ namespace {
 // in the peer.
 constexpr qint64 readAhead = 1024 * 1024;
 constexpr qint64 chunkSize = 64 * 1024;
+
+// What has been read and not been handled: enough that a peer that dies has
+// nothing left in the system, little enough for any program.
+constexpr qsizetype mostBacklog = 8 * 1024 * 1024;
+
+// An id is repeated in the answer, and must not be what makes that too long.
+constexpr qsizetype longestId = 1024;
 
 constexpr int mostReadsAtEnd = 64;
 
@@ -33,7 +41,7 @@ const QString dataKey = QStringLiteral("data");
 
 bool isValidId(const QJsonValue &id)
 {
-    return id.isString() || id.isDouble() || id.isNull();
+    return (id.isString() && id.toString().size() <= longestId) || id.isDouble() || id.isNull();
 }
 
 /// The id of a message if it can be repeated in an answer, else null.
@@ -95,9 +103,10 @@ bool Responder::isOver() const
 
 Connection::Connection(QIODevice *device, QObject *parent) : QObject(parent), m_device(device)
 {
-    m_lines.setLimit(defaultMessageLimit);
+    m_lines.setLimit(m_limit);
     device->setParent(this);
     connect(device, &QIODevice::readyRead, this, &Connection::readAvailable);
+    connect(device, &QIODevice::bytesWritten, this, &Connection::scheduleDispatch);
     connect(device, &QIODevice::readChannelFinished, this, &Connection::inputEnded);
     connect(device, &QObject::destroyed, this, &Connection::inputEnded);
     if (auto *socket = qobject_cast<QLocalSocket *>(device)) {
@@ -126,6 +135,7 @@ Connection::~Connection()
 
 void Connection::setMessageLimit(qsizetype bytes)
 {
+    m_limit = bytes;
     m_lines.setLimit(bytes);
 }
 
@@ -133,22 +143,32 @@ void Connection::sendRequest(const QString &method, const QJsonObject &params, R
 {
     const qint64 id = ++m_lastId;
     if (m_finished) {
-        QMetaObject::invokeMethod(
-            this,
-            [handler = std::move(handler)] {
-                if (handler)
-                    handler({QJsonValue(), Error{Disconnected, QStringLiteral("the connection has ended")}});
-            },
-            Qt::QueuedConnection);
-        return;
+        failLater(std::move(handler), {Disconnected, QStringLiteral("the connection has ended")});
+    } else if (send({{idKey, id}, {methodKey, method}, {paramsKey, params}})) {
+        m_pending.insert(id, std::move(handler));
+    } else {
+        failLater(std::move(handler),
+                  {InvalidRequest,
+                   QStringLiteral("the request has more than the %1 bytes that a message may have").arg(m_limit)});
     }
-    m_pending.insert(id, std::move(handler));
-    send({{idKey, id}, {methodKey, method}, {paramsKey, params}});
+}
+
+void Connection::failLater(ReplyHandler handler, const Error &error)
+{
+    QMetaObject::invokeMethod(
+        this,
+        [handler = std::move(handler), error] {
+            if (handler)
+                handler({QJsonValue(), error});
+        },
+        Qt::QueuedConnection);
 }
 
 void Connection::notify(const QString &method, const QJsonObject &params)
 {
-    send({{methodKey, method}, {paramsKey, params}});
+    if (!send({{methodKey, method}, {paramsKey, params}}))
+        qWarning("vantle: a message \"%s\" was not sent: it has more than %lld bytes", qPrintable(method),
+                 static_cast<long long>(m_limit));
 }
 
 bool Connection::waitForSent(std::chrono::milliseconds limit)
@@ -180,10 +200,10 @@ void Connection::closeAfterInput()
 {
     if (m_closed)
         return;
-    readAvailable();
+    readAll();
     // A peer that sends without end must not keep us here.
     for (int i = 0; i < mostReadsAtEnd && m_device && !m_closed && m_device->waitForReadyRead(0); ++i)
-        readAvailable();
+        readAll();
     releaseDevice();
 }
 
@@ -205,37 +225,63 @@ void Connection::releaseDevice()
 
 void Connection::readAvailable()
 {
-    if (m_closed || !m_device)
-        return;
-    while (m_device->bytesAvailable() > 0) {
+    readWhileBacklogBelow(mostBacklog);
+}
+
+void Connection::readAll()
+{
+    readWhileBacklogBelow(std::numeric_limits<qsizetype>::max());
+}
+
+void Connection::readWhileBacklogBelow(qsizetype limit)
+{
+    while (!m_closed && m_device && m_device->bytesAvailable() > 0 && m_lines.backlog() < limit) {
         const QByteArray chunk = m_device->read(chunkSize);
         if (chunk.isEmpty())
             break;
-        if (!m_lines.feed(chunk)) {
-            m_failure = QStringLiteral("a message is longer than the limit; the connection is closed");
-            m_device->disconnect(this);
-            m_device->close();
-            m_closed = true;
-            m_inputEnded = true;
-            break;
-        }
+        if (!m_lines.feed(chunk))
+            cutOff(QStringLiteral("a message has more than %1 bytes; the connection is closed").arg(m_limit));
     }
+    // A full socket isn't watched any more, and would not tell that the peer goes.
+    if (mustWaitForPeer() && m_device->bytesAvailable() > 0 && m_lines.backlog() >= mostBacklog)
+        cutOff(QStringLiteral("requests come and their answers are not read; the connection is closed"));
     scheduleDispatch();
+}
+
+void Connection::cutOff(const QString &reason)
+{
+    m_device->disconnect(this);
+    sendError(QJsonValue::Null, {InvalidRequest, reason});
+    m_failure = reason;
+    m_closed = true;
+    m_inputEnded = true;
+    // What the system has not taken by now would wait for a peer that may never read.
+    if (auto *socket = qobject_cast<QLocalSocket *>(m_device.data()))
+        socket->abort();
+    else
+        m_device->close();
 }
 
 void Connection::inputEnded()
 {
     if (m_inputEnded)
         return;
-    readAvailable();
+    readAll();
     m_inputEnded = true;
     m_closed = true;
     scheduleDispatch();
 }
 
+/// Whether the peer has to read answers before it may send more: one that never
+/// does would have us keep them all.
+bool Connection::mustWaitForPeer() const
+{
+    return !m_closed && m_device && m_device->bytesToWrite() > m_limit;
+}
+
 void Connection::scheduleDispatch()
 {
-    if (m_dispatchScheduled || m_finished || (!m_lines.hasLine() && !m_inputEnded))
+    if (m_dispatchScheduled || m_finished || (!m_lines.hasLine() && !m_inputEnded) || mustWaitForPeer())
         return;
     m_dispatchScheduled = true;
     QMetaObject::invokeMethod(this, &Connection::dispatchNext, Qt::QueuedConnection);
@@ -250,7 +296,7 @@ void Connection::dispatchNext()
         return;
     }
     const QPointer<Connection> self(this);
-    for (int handled = 0; handled < messagesPerTurn && m_lines.hasLine(); ++handled) {
+    for (int handled = 0; handled < messagesPerTurn && m_lines.hasLine() && !mustWaitForPeer(); ++handled) {
         const QByteArray line = m_lines.takeLine();
         // Ahead of the handler, which may run an event loop: what follows goes
         // on inside it.
@@ -259,7 +305,8 @@ void Connection::dispatchNext()
         if (!self)
             return;
     }
-    scheduleDispatch();
+    // Nothing tells again of what was left in the socket.
+    readAvailable();
 }
 
 void Connection::finish()
@@ -378,7 +425,10 @@ void Connection::refuse(const QJsonValue &id, int code, const QString &message)
 void Connection::sendResult(const QJsonValue &id, const QJsonValue &result)
 {
     // An undefined value would leave the key out, which is no answer at all.
-    send({{idKey, id}, {resultKey, result.isUndefined() ? QJsonValue(QJsonValue::Null) : result}});
+    if (!send({{idKey, id}, {resultKey, result.isUndefined() ? QJsonValue(QJsonValue::Null) : result}})) {
+        const QString reason = QStringLiteral("the answer has more than the %1 bytes that a message may have");
+        sendError(id, {InternalError, reason.arg(m_limit)});
+    }
 }
 
 void Connection::sendError(const QJsonValue &id, const Error &error)
@@ -386,19 +436,27 @@ void Connection::sendError(const QJsonValue &id, const Error &error)
     QJsonObject object{{codeKey, error.code}, {messageKey, error.message}};
     if (!error.data.isUndefined())
         object.insert(dataKey, error.data);
-    send({{idKey, id}, {errorKey, object}});
+    if (!send({{idKey, id}, {errorKey, object}})) {
+        const QJsonObject shorter{{codeKey, error.code}, {messageKey, error.message.left(longestId) + QChar(0x2026)}};
+        send({{idKey, id}, {errorKey, shorter}});
+    }
 }
 
-void Connection::send(const QJsonObject &message)
+/// False if the message is too long, and so was not sent.
+bool Connection::send(const QJsonObject &message)
 {
     if (m_closed || !m_device)
-        return;
+        return true;
     QJsonObject versioned = message;
     versioned.insert(versionKey, versionValue);
-    m_device->write(QJsonDocument(versioned).toJson(QJsonDocument::Compact) + '\n');
+    const QByteArray line = QJsonDocument(versioned).toJson(QJsonDocument::Compact);
+    if (line.size() > m_limit)
+        return false;
+    m_device->write(line + '\n');
     // From here on the system has it: it arrives even if this process dies now.
     if (auto *socket = qobject_cast<QLocalSocket *>(m_device.data()))
         socket->flush();
+    return true;
 }
 
 } // namespace Vantle::Protocol

@@ -104,15 +104,19 @@ public:
     /// Drops pending requests without calling their handlers.
     ~Connection() override;
 
-    /// Longest message accepted, in bytes. A longer one is a protocol error
-    /// and ends the connection before it has been buffered.
+    /// Longest message accepted and sent, in bytes. A longer one of the peer is
+    /// a protocol error: it ends the connection before it has been buffered. An
+    /// own one isn't sent; an answer of that length becomes an error. While more
+    /// than this waits for the peer to read it, the peer's messages wait too; a
+    /// peer that sends on and on all the same is cut off.
     void setMessageLimit(qsizetype bytes);
 
     bool isOpen() const { return !m_closed; }
 
     /// Sends a request. \p handler is called exactly once, never from inside
     /// this function: with the answer, or with the error Disconnected when the
-    /// connection ends before. An empty handler is allowed.
+    /// connection ends before, or InvalidRequest if the request is too long. An
+    /// empty handler is allowed.
     void sendRequest(const QString &method, const QJsonObject &params, ReplyHandler handler);
 
     /// Sends a notification; nothing happens if the connection has ended.
@@ -157,7 +161,11 @@ private:
 
     void releaseDevice();
     void readAvailable();
+    void readAll();
+    void readWhileBacklogBelow(qsizetype limit);
+    void cutOff(const QString &reason);
     void inputEnded();
+    bool mustWaitForPeer() const;
     void scheduleDispatch();
     void dispatchNext();
     void finish();
@@ -169,10 +177,12 @@ private:
     void refuse(const QJsonValue &id, int code, const QString &message);
     void sendResult(const QJsonValue &id, const QJsonValue &result);
     void sendError(const QJsonValue &id, const Error &error);
-    void send(const QJsonObject &message);
+    void failLater(ReplyHandler handler, const Error &error);
+    bool send(const QJsonObject &message);
 
     QPointer<QIODevice> m_device;
     LineSplitter m_lines;
+    qsizetype m_limit = defaultMessageLimit;
     QHash<qint64, ReplyHandler> m_pending;
     QHash<QString, RequestHandler> m_requestHandlers;
     QHash<QString, NotificationHandler> m_notificationHandlers;

@@ -2,6 +2,13 @@
 
 namespace Vantle::Protocol {
 
+namespace {
+
+// A line's place in the list, and the head of its block on the heap.
+constexpr qsizetype costOfLine = 64;
+
+} // namespace
+
 bool LineSplitter::feed(QByteArrayView bytes)
 {
     while (!bytes.isEmpty() && !m_refused) {
@@ -15,6 +22,7 @@ bool LineSplitter::feed(QByteArrayView bytes)
         m_partial.append(part);
         if (end < 0)
             break;
+        m_backlog += m_partial.size() + costOfLine;
         m_lines.push_back(std::exchange(m_partial, QByteArray()));
         bytes = bytes.sliced(end + 1);
     }
@@ -25,12 +33,14 @@ QByteArray LineSplitter::takeLine()
 {
     QByteArray line = std::move(m_lines.front());
     m_lines.pop_front();
+    m_backlog -= line.size() + costOfLine;
     return line;
 }
 
 void LineSplitter::clear()
 {
     m_lines.clear();
+    m_backlog = 0;
     m_partial = QByteArray();
 }
 

@@ -20,6 +20,10 @@ public:
 
     bool hasLine() const { return !m_lines.empty(); }
 
+    /// About how much memory the complete lines take, in bytes. Short lines
+    /// take more than their length.
+    qsizetype backlog() const { return m_backlog; }
+
     /// Removes and returns the oldest complete line, without its end. Only to
     /// be called if there is one.
     QByteArray takeLine();
@@ -33,6 +37,7 @@ private:
     qsizetype m_limit = 0;
     QByteArray m_partial;
     std::deque<QByteArray> m_lines;
+    qsizetype m_backlog = 0;
     bool m_refused = false;
 };
 

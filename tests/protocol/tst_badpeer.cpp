@@ -87,6 +87,9 @@ TEST_F(RawPeerTest, badMessagesGetTheirErrorCodeAndTheConnectionGoesOn)
         {"{\"jsonrpc\":\"2.0\",", ParseError, null},
         {"{\"a\":\"\xff\xfe\"}", ParseError, null},
         {QByteArray(5000, '['), ParseError, null},
+        {QByteArray(100000, '['), ParseError, null},
+        {QByteArray("{\"a\":").repeated(100000), ParseError, null},
+        {"{\"jsonrpc\":\"2.0\",\"id\":\"" + QByteArray(1025, 'i') + "\",\"method\":\"echo\"}", InvalidRequest, null},
         {QByteArray("\0\0\0", 3), ParseError, null},
         {"[]", InvalidRequest, null},
         {"[{\"jsonrpc\":\"2.0\",\"id\":1,\"method\":\"echo\"}]", InvalidRequest, null},
@@ -173,7 +176,9 @@ TEST_F(RawPeerTest, anEndlessLineEndsTheConnectionAtTheLimit)
 {
     near.connection->setMessageLimit(1000);
     write(QByteArray(2000, 'x'));
+    EXPECT_EQ(nextErrorCode(), InvalidRequest);
     ASSERT_TRUE(waitUntil([&] { return near.events.contains(QStringLiteral("end")); }));
+    EXPECT_TRUE(near.lastText.contains(QStringLiteral("more than 1000 bytes"))) << qPrintable(near.lastText);
     EXPECT_EQ(near.events, QStringList({QStringLiteral("error"), QStringLiteral("end")}));
     EXPECT_FALSE(near.connection->isOpen());
     EXPECT_TRUE(waitUntil([&] { return raw->state() == QLocalSocket::UnconnectedState; }));

@@ -32,6 +32,21 @@ TEST(LineSplitter, cutsSeveralLinesFromOnePiece)
     EXPECT_TRUE(splitter.hasPartialLine());
 }
 
+TEST(LineSplitter, countsWhatItHoldsAndNotOnlyTheBytesOfLongLines)
+{
+    LineSplitter splitter;
+    splitter.setLimit(10000);
+    EXPECT_EQ(splitter.backlog(), 0);
+    splitter.feed(QByteArray(5000, 'x') + "\n" + QByteArray(1000, '\n') + "part");
+    EXPECT_GE(splitter.backlog(), 5000 + 1000 * qsizetype(sizeof(QByteArray)));
+    while (splitter.hasLine())
+        splitter.takeLine();
+    EXPECT_EQ(splitter.backlog(), 0);
+    splitter.feed("a\nb\n");
+    splitter.clear();
+    EXPECT_EQ(splitter.backlog(), 0);
+}
+
 TEST(LineSplitter, acceptsALineOfExactlyTheLimit)
 {
     LineSplitter splitter;
