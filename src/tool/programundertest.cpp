@@ -7,6 +7,7 @@
 #include <QtNetwork/QLocalSocket>
 
 #include <csignal>
+#include <utility>
 
 #include <sys/socket.h>
 #include <unistd.h>
@@ -25,6 +26,10 @@ constexpr std::chrono::seconds drainLimit(1);
 
 // Nobody who has not shown the token gets us to buffer more than a hello.
 constexpr qsizetype helloLimit = 64 * 1024;
+
+// Nor to hold more connections than this open, of the thousand or so that a
+// process may have.
+constexpr qsizetype mostStrangers = 128;
 
 // A shell reports a child that died of a signal as 128 plus its number.
 constexpr int shellSignalBase = 128;
@@ -57,7 +62,10 @@ pid_t peerProcess(const QLocalSocket *socket)
 } // namespace
 
 ProgramUnderTest::ProgramUnderTest(const Installation &installation, QObject *parent)
-    : QObject(parent), m_installation(installation), m_token(Protocol::createToken()), m_process(new QProcess(this))
+    : QObject(parent)
+    , m_installation(installation)
+    , m_token(Protocol::createToken())
+    , m_process(new QProcess(this))
 {
     for (QTimer *timer : {&m_startTimer, &m_killTimer, &m_lostTimer, &m_drainTimer})
         timer->setSingleShot(true);
@@ -172,6 +180,7 @@ void ProgramUnderTest::release()
 void ProgramUnderTest::acceptCallers()
 {
     while (QLocalSocket *socket = m_server.nextPendingConnection()) {
+        limitStrangers();
         auto *caller = new Connection(socket, this);
         caller->setMessageLimit(helloLimit);
         m_callers.append(caller);
@@ -181,7 +190,24 @@ void ProgramUnderTest::acceptCallers()
                               answerHello(caller, process, params, responder);
                           });
         connect(caller, &Connection::disconnected, this, [this, caller] { callerGone(caller); });
+        connect(caller, &Connection::messageRefused, this, [this, caller] {
+            if (caller != m_connection)
+                caller->close();
+        });
     }
+}
+
+/// Makes room for one more: the oldest goes, as the agent is one that says its
+/// hello at once.
+void ProgramUnderTest::limitStrangers()
+{
+    QList<Connection *> strangers;
+    for (Connection *caller : std::as_const(m_callers)) {
+        if (caller != m_connection && caller->isOpen())
+            strangers.append(caller);
+    }
+    if (strangers.size() >= mostStrangers)
+        strangers.constFirst()->close();
 }
 
 void ProgramUnderTest::answerHello(Connection *caller, pid_t process, const QJsonObject &params,
@@ -198,8 +224,11 @@ void ProgramUnderTest::answerHello(Connection *caller, pid_t process, const QJso
     } else if (m_agent) {
         reject(caller, responder, Protocol::Refused, QStringLiteral("another agent has called already"));
     } else if (hello->protocol != Protocol::protocolVersion) {
-        const QString reason = QStringLiteral("the agent speaks protocol %1, this tool speaks %2: they are of different "
-                                              "installations").arg(hello->protocol).arg(Protocol::protocolVersion);
+        const QString reason = QStringLiteral(
+                                   "the agent speaks protocol %1, this tool speaks %2: they are of different "
+                                   "installations")
+                                   .arg(hello->protocol)
+                                   .arg(Protocol::protocolVersion);
         reject(caller, responder, Protocol::Refused, reason);
         reportMissing(reason);
     } else {
@@ -225,6 +254,9 @@ void ProgramUnderTest::callerGone(Connection *caller)
     if (caller == m_connection) {
         m_connection = nullptr;
         m_lostTimer.start(lostDelay);
+        // Nobody else has anything to say that the end would have to wait for.
+        if (m_processFinished && !m_drainTimer.isActive())
+            m_drainTimer.start(drainLimit);
     }
     caller->deleteLater();
     reportEndIfComplete();
@@ -253,7 +285,8 @@ void ProgramUnderTest::processFailed(QProcess::ProcessError error)
     // Qt puts the name of the failed system call in front of the reason.
     const QString reason = m_process->errorString().section(QStringLiteral(": "), -1);
     Q_EMIT startFailed(QStringLiteral("cannot start \"%1\": %2. Give the full path of a program, or one that is found "
-                                      "in PATH.").arg(m_options.words.first(), reason));
+                                      "in PATH.")
+                           .arg(m_options.words.first(), reason));
 }
 
 void ProgramUnderTest::processFinished()
@@ -274,6 +307,8 @@ void ProgramUnderTest::processFinished()
 
 void ProgramUnderTest::closeStragglers()
 {
+    // Or the next one would hold the end up again.
+    m_server.close();
     const QList<Connection *> callers = m_callers;
     for (Connection *caller : callers)
         caller->closeAfterInput();

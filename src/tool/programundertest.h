@@ -103,6 +103,7 @@ private:
     void prepareProcess(const LaunchOptions &options);
     void prepareStreams(const LaunchOptions &options);
     void acceptCallers();
+    void limitStrangers();
     void answerHello(Protocol::Connection *caller, pid_t process, const QJsonObject &params,
                      const Protocol::Responder &responder);
     void reject(Protocol::Connection *caller, const Protocol::Responder &responder, int code, const QString &reason);
