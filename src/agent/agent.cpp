@@ -42,6 +42,8 @@ void Agent::connectToTool()
     }
     m_connection = std::make_unique<Protocol::Connection>(socket.release());
     connect(m_connection.get(), &Protocol::Connection::disconnected, this, &Agent::stopRecording);
+    connect(m_connection.get(), &Protocol::Connection::protocolError, this,
+            [](const QString &reason) { qWarning("vantle: lost the tool: %s", qPrintable(reason)); });
     // What the user did last would be lost if it were kept back until a
     // double click is ruled out.
     connect(qApp, &QCoreApplication::aboutToQuit, this, [this] {
@@ -79,14 +81,17 @@ void Agent::handleHelloReply(const Protocol::Reply &reply)
 {
     if (reply.isError()) {
         qWarning("vantle: the tool turned the agent away: %s", qPrintable(reply.error->message));
+        m_connection->close();
         return;
     }
     QString error;
     const auto settings = Protocol::HelloResult::fromJson(reply.result.toObject(), &error);
-    if (!settings)
-        qWarning("vantle: the tool's answer makes no sense: %s", qPrintable(error));
-    else
+    if (settings) {
         beginWork(*settings);
+    } else {
+        qWarning("vantle: the tool's answer makes no sense: %s", qPrintable(error));
+        m_connection->close();
+    }
 }
 
 void Agent::beginWork(const Protocol::HelloResult &settings)
