@@ -49,7 +49,7 @@ class User:
     def __init__(self, recording, screen):
         self.recording = recording
         self.touch_screen = screen
-        wait_until("the scene is shown:\n" + recording.messages(), self.states)
+        wait_until(lambda: "the scene is shown:\n" + recording.messages(), self.states)
         self.window = self.window_titled("Scene|qmlscene")
 
     def states(self):

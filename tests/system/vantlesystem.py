@@ -16,14 +16,15 @@ LIMIT = 60
 
 
 def wait_until(what, condition, limit=LIMIT):
-    """Waits until condition() gives something true, and returns that."""
+    """Waits until condition() gives something true, and returns that. What was
+    waited for in vain is said by what, a text or a function that is called then."""
     deadline = time.monotonic() + limit
     while True:
         result = condition()
         if result:
             return result
         if time.monotonic() > deadline:
-            raise AssertionError(f"waited {limit} s in vain: {what}")
+            raise AssertionError(f"waited {limit} s in vain: {what() if callable(what) else what}")
         time.sleep(0.02)
 
 
@@ -138,7 +139,7 @@ class Recording:
 
     def wait_for_statements(self, count):
         wait_until(
-            f"{count} statements; so far:\n{self.text()}\n{self.messages()}",
+            lambda: f"{count} statements; so far:\n{self.text()}\n{self.messages()}",
             lambda: len(self.statements()) >= count,
         )
         return self.statements()

@@ -17,10 +17,21 @@ bool isReadyPress(const SyntheticEvent &event)
     return isMouse(event, SyntheticEvent::Press) && event.ready;
 }
 
+bool isGone(const SharedPtr<Object> &object)
+{
+    return !object || object->isNull();
+}
+
 /// Whether \p event is the flick event of the flickable that \p press put under watch.
 bool isFlickEvent(const SyntheticEvent &event, const SyntheticEvent &press, SyntheticEvent::FlickState state)
 {
-    return isFlick(event, state) && isSameObject(event.flickObject, press.object);
+    if (!isFlick(event, state))
+        return false;
+    // A list destroys the row that was pressed when it has moved far enough, so
+    // that the end of the flick knows of none.
+    const bool hasLostItsItem = state == SyntheticEvent::FlickEnded && isGone(event.flickObject) && press.object
+        && isGone(press.object);
+    return hasLostItsItem || isSameObject(event.flickObject, press.object);
 }
 
 } // namespace

@@ -14,10 +14,13 @@ namespace {
 class MouseFlick : public testing::Test
 {
 protected:
+    MouseFlick() { nothing->loseNative(); }
+
     CompressionHarness harness;
     TestObjectPtr item = makeObject("item", itemClass());
     TestObjectPtr other = makeObject("other", itemClass());
     TestObjectPtr list = makeObject("list", itemClass());
+    TestObjectPtr nothing = makeObject("nothing", itemClass());
 };
 
 } // namespace
@@ -94,6 +97,34 @@ TEST_F(MouseFlick, isDefeatedByTheEndOfAnotherItemsFlick)
     harness.eat(flickStarted(list, item, {0, 0}, 1020));
     harness.eat(mouseRelease(item, {10, 50}, 1040));
     harness.eat(flickEnded(list, other, {0, 200}, 1200));
+    EXPECT_EQ(harness.queued(), 0u);
+    EXPECT_THAT(harness.takeStatements(), IsEmpty());
+}
+
+TEST_F(MouseFlick, outlastsTheItemThatWasPressed)
+{
+    harness.eat(mousePress(item, {10, 200}, 1000));
+    harness.eat(flickStarted(list, item, {0, 0}, 1020));
+    harness.eat(mouseRelease(other, {10, 50}, 1040));
+    item->loseNative();
+    harness.eat(flickEnded(list, nothing, {0, 900}, 1900));
+    EXPECT_THAT(harness.takeStatements(), ElementsAre("flick list 0/900 @1000"));
+}
+
+TEST_F(MouseFlick, beginsOnTheItemThatWasPressed)
+{
+    harness.eat(mousePress(item, {10, 200}, 1000));
+    item->loseNative();
+    harness.eat(flickStarted(list, nothing, {0, 0}, 1020));
+    EXPECT_EQ(harness.queued(), 0u);
+}
+
+TEST_F(MouseFlick, isDefeatedByTheEndOfAFlickThatLostAnotherItem)
+{
+    harness.eat(mousePress(item, {10, 200}, 1000));
+    harness.eat(flickStarted(list, item, {0, 0}, 1020));
+    harness.eat(mouseRelease(item, {10, 50}, 1040));
+    harness.eat(flickEnded(list, nothing, {0, 200}, 1200));
     EXPECT_EQ(harness.queued(), 0u);
     EXPECT_THAT(harness.takeStatements(), IsEmpty());
 }

@@ -98,6 +98,7 @@ FlickScene::FlickScene() : application(WrapperConfig{.compressionDebugLevel = 1,
 {
     warningGuard = qInstallMessageHandler(passOnOtherMessages);
     setupQtQuick();
+    m_time += 10000;
     application.setStatementHandler([this](const EventData &statement) { statements.push_back(toText(statement)); });
 }
 

@@ -93,7 +93,8 @@ private:
     void send(Step step, QPoint point);
     void waitForFrame();
 
-    ulong m_time = 1000;
+    // Of all tests together: Qt knows the speed of a mouse from its last events.
+    static inline ulong m_time = 1000;
 };
 
 } // namespace VantleTest

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QtCore/QPointer>
+
 using namespace VantleTest;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -104,6 +106,22 @@ TEST_P(RealFlicksByPointer, FlickDownHasANegativeDistance)
     const QPoint distance = contentPosition(list) - QPoint(0, 4000);
     EXPECT_LT(distance.y(), -150);
     EXPECT_THAT(finishShort(), ElementsAre(flickText(list, distance)));
+}
+
+TEST_P(RealFlicksByPointer, FlickIsRecordedAlthoughTheListDestroysThePressedRow)
+{
+    show(R"(
+        ListView {
+            objectName: "list"; anchors.fill: parent; flickDeceleration: 3000; model: 500; cacheBuffer: 0
+            delegate: Rectangle { objectName: "row" + index; width: 300; height: 40 }
+        })");
+    auto *const list = find("list");
+    const QPointer<QQuickItem> row = list->childAt(100, 110)->childAt(100, 110); // the current row, the first, stays
+    ASSERT_TRUE(row);
+    drag({100, 110}, {100, 10});
+    ASSERT_TRUE(waitForRest(list));
+    ASSERT_FALSE(row);
+    EXPECT_THAT(finishShort(), ElementsAre(flickText(list, contentPosition(list))));
 }
 
 TEST_P(RealFlicksByPointer, DragThatHaltsBeforeTheReleaseIsAFlickToo)
