@@ -51,6 +51,11 @@ GeometryDelegate::WindowPoint GeometryDelegate::mapToWindow(const SharedPtr<Obje
     return {};
 }
 
+SharedPtr<Object> InteractionDelegate::blocker(const SharedPtr<Object> &) const
+{
+    return {};
+}
+
 void InteractionDelegate::takeFocus(const SharedPtr<Object> &) const {}
 
 DelegateFactory *DelegateFactory::self()

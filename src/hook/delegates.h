@@ -58,6 +58,10 @@ class VANTLEHOOK_EXPORT InteractionDelegate : public Delegate
 public:
     /// Why a user could not act on the object now, in words; empty when one could.
     virtual QString notReadyReason(const SharedPtr<Object> &object) const = 0;
+    /// What takes the input that a user means for the object, if that is why one
+    /// could not act on it now: something modal. Null if it isn't, and for
+    /// classes that don't say otherwise.
+    virtual SharedPtr<Object> blocker(const SharedPtr<Object> &object) const;
     /// Makes the object, or what is below it, the one that typed text goes to,
     /// if it isn't yet. Runs code of the program. Does nothing for classes that
     /// don't say otherwise.

@@ -2,6 +2,7 @@
 
 #include "hook/delegates.h"
 #include "hook/inspector.h"
+#include "wrappers/qt/wrapping.h"
 
 #include <QtGui/QWindow>
 #include <QtGui/private/qguiapplication_p.h>
@@ -16,6 +17,13 @@ QString describeTarget(const SharedPtr<Object> &object, int x, int y)
     const QString target = name.isEmpty() ? QStringLiteral("an object of type %1").arg(object->className()) : name;
     return x < 0 && y < 0 ? target
                           : QStringLiteral("%1 at (%2, %3)").arg(target, QString::number(x), QString::number(y));
+}
+
+/// False as long as there is no application whose windows could be modal.
+bool isBlocked(QWindow *window, QWindow **blocking)
+{
+    QGuiApplicationPrivate *const application = QGuiApplicationPrivate::instance();
+    return application && window && application->isWindowBlocked(window, blocking);
 }
 
 /// Why \p operation can't be done, as a sentence for the script; empty when it can.
@@ -46,11 +54,17 @@ QString windowNotReadyReason(QWindow *window)
     if (!window->isExposed())
         return QStringLiteral("the window is not exposed on the screen");
     QWindow *blocking = nullptr;
-    if (QGuiApplicationPrivate *const application = QGuiApplicationPrivate::instance();
-        application && application->isWindowBlocked(window, &blocking))
-        return QStringLiteral("the window is blocked by the modal window \"%1\"")
-            .arg(blocking ? blocking->title() : QString());
-    return {};
+    if (!isBlocked(window, &blocking))
+        return {};
+    const QString title = blocking ? blocking->title() : QString();
+    return title.isEmpty() ? QStringLiteral("the window is blocked by a modal window without a title")
+                           : QStringLiteral("the window is blocked by the modal window \"%1\"").arg(title);
+}
+
+SharedPtr<Object> modalWindowOver(QWindow *window)
+{
+    QWindow *blocking = nullptr;
+    return isBlocked(window, &blocking) && blocking ? wrapAndRegisterQObject(blocking) : nullptr;
 }
 
 bool ensureValidVisibleAndReady(const SharedPtr<Object> &object, int x, int y, const QString &operation,

@@ -17,6 +17,10 @@ namespace Vantle::QtWrapper {
 /// A null window is a reason.
 VANTLEQTWRAPPER_EXPORT QString windowNotReadyReason(QWindow *window);
 
+/// The modal window that takes the input of \p window, which may be null; null
+/// if there is none.
+VANTLEQTWRAPPER_EXPORT SharedPtr<Object> modalWindowOver(QWindow *window);
+
 /// Whether a script can act on \p object now. If not, the script is told so,
 /// in words, by Inspector::raiseError.
 ///

@@ -47,6 +47,11 @@ public:
     {
         return windowNotReadyReason(toWindow(object));
     }
+
+    SharedPtr<Object> blocker(const SharedPtr<Object> &object) const override
+    {
+        return modalWindowOver(toWindow(object));
+    }
 };
 
 // Of all that a window owns, a user sees the windows.

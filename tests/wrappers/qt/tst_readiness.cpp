@@ -61,8 +61,15 @@ TEST(WindowReadiness, ModalWindowKeepsTheOthersFromInput)
     EXPECT_EQ(windowNotReadyReason(&window),
               QStringLiteral("the window is blocked by the modal window \"Save?\""));
     EXPECT_EQ(windowNotReadyReason(&question), QString());
+    EXPECT_EQ(nativeQObject(modalWindowOver(&window)), &question);
+    EXPECT_FALSE(modalWindowOver(&question));
+    question.setTitle(QString());
+    EXPECT_EQ(windowNotReadyReason(&window),
+              QStringLiteral("the window is blocked by a modal window without a title"));
     question.hide();
     EXPECT_EQ(windowNotReadyReason(&window), QString());
+    EXPECT_FALSE(modalWindowOver(&window));
+    EXPECT_FALSE(modalWindowOver(nullptr));
 }
 
 TEST(WindowReadiness, WindowThatBelongsToTheModalOneIsReady)

@@ -42,16 +42,16 @@ bool isSelfOrAncestor(const QQuickItem *ancestor, const QQuickItem *item)
 
 } // namespace
 
-const QQuickItem *modalPopupAbove(const QQuickItem *item)
+QQuickItem *modalPopupAbove(const QQuickItem *item)
 {
     const QQuickItem *const layer = item->window() ? popupLayer(item->window()) : nullptr;
     if (!layer || !layer->isVisible() || layer == item)
         return nullptr;
 
     const QQuickItem *ownPopup = nullptr;
-    const QQuickItem *topmost = nullptr;
+    QQuickItem *topmost = nullptr;
     const QList<QQuickItem *> children = layer->childItems();
-    for (const QQuickItem *child : children) {
+    for (QQuickItem *child : children) {
         if (isSelfOrAncestor(child, item)) {
             ownPopup = child;
             if (!popupOf(child))

@@ -9,7 +9,7 @@ namespace Vantle::QtWrapper {
 /// The modal popup of Qt Quick Controls that keeps input from \p item, null if
 /// there is none. The layer in which popups live is never kept from input
 /// itself: a click beside a popup is how a user closes it.
-const QQuickItem *modalPopupAbove(const QQuickItem *item);
+QQuickItem *modalPopupAbove(const QQuickItem *item);
 
 /// How a popup is called in messages: type and title or object name.
 QString popupDescription(const QQuickItem *popup);

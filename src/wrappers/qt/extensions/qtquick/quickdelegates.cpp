@@ -39,13 +39,13 @@ GeometryDelegate::WindowPoint shownPoint(QQuickWindow *window, QPointF scenePoin
     return {wrapAndRegisterQObject(shown), scenePoint + offset};
 }
 
-// Of the window in which the user sees \p window, which may be null.
-QString shownWindowNotReadyReason(QQuickWindow *window)
+// The window in which the user sees \p window; null for null.
+QWindow *shownWindow(QQuickWindow *window)
 {
     QWindow *shown = nullptr;
     if (window)
         quickRenderWindowFor(window, &shown, nullptr);
-    return windowNotReadyReason(shown);
+    return shown;
 }
 
 // The pixel that holds the point, so that a point inside an item stays inside.
@@ -120,7 +120,7 @@ public:
             return QStringLiteral("the item is not visible");
         if (!item->isEnabled())
             return QStringLiteral("the item is not enabled");
-        if (QString reason = shownWindowNotReadyReason(item->window()); !reason.isEmpty())
+        if (QString reason = windowNotReadyReason(shownWindow(item->window())); !reason.isEmpty())
             return reason;
         if (const QQuickItem *const popup = modalPopupAbove(item))
             return QStringLiteral("the item is covered by the modal popup %1").arg(popupDescription(popup));
@@ -129,6 +129,17 @@ public:
             return QStringLiteral("an extension says that the item is not ready");
         // Such a script may have destroyed the item.
         return nativeQObject(object) ? QString() : QStringLiteral("the item does not exist any more");
+    }
+
+    SharedPtr<Object> blocker(const SharedPtr<Object> &object) const override
+    {
+        const QQuickItem *const item = toItem(object);
+        if (!item || !item->window())
+            return {};
+        if (SharedPtr<Object> window = modalWindowOver(shownWindow(item->window())))
+            return window;
+        QQuickItem *const popup = modalPopupAbove(item);
+        return popup ? wrapAndRegisterQObject(popup) : nullptr;
     }
 
     void takeFocus(const SharedPtr<Object> &object) const override
@@ -184,7 +195,12 @@ class QuickWindowInteraction final : public InteractionDelegate
 public:
     QString notReadyReason(const SharedPtr<Object> &object) const override
     {
-        return shownWindowNotReadyReason(toQuickWindow(object));
+        return windowNotReadyReason(shownWindow(toQuickWindow(object)));
+    }
+
+    SharedPtr<Object> blocker(const SharedPtr<Object> &object) const override
+    {
+        return modalWindowOver(shownWindow(toQuickWindow(object)));
     }
 };
 

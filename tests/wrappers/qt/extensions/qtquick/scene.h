@@ -93,6 +93,12 @@ protected:
         const auto wrapper = wrap(object);
         return interactionOf(wrapper)->notReadyReason(wrapper);
     }
+    /// The native object of what blocks \p object; null if nothing does.
+    static QObject *blocker(QObject *object)
+    {
+        const auto wrapper = wrap(object);
+        return Vantle::QtWrapper::nativeQObject(interactionOf(wrapper)->blocker(wrapper));
+    }
     static QString scriptName(QObject *object) { return wrap(object)->scriptName(); }
 
 private:

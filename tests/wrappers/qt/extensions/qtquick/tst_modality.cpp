@@ -94,6 +94,11 @@ TEST_F(Modality, ModalDialogCoversWhatIsBelow)
               QStringLiteral("the item is covered by the modal popup Dialog \"Save?\""));
     EXPECT_FALSE(isReady("header"));
     EXPECT_TRUE(isReady("answer"));
+    QObject *const dialog = blocker(find("below"));
+    ASSERT_TRUE(dialog);
+    EXPECT_EQ(dialog->parent(), find<QObject>("question"));
+    EXPECT_EQ(blocker(find("answer")), nullptr);
+    EXPECT_EQ(blocker(window()), nullptr);
 }
 
 TEST_F(Modality, WindowBehindAModalDialogStaysReady)

@@ -50,6 +50,8 @@ TEST_F(QuickInteraction, DeadAndNullObjectsAreNotReady)
     for (const SharedPtr<Object> &object : {deadItem, SharedPtr<Object>(), wrap(nullptr), deadWindow}) {
         EXPECT_EQ(ofItems->notReadyReason(object), QStringLiteral("the item does not exist any more"));
         EXPECT_EQ(ofWindows->notReadyReason(object), QStringLiteral("the window does not exist any more"));
+        EXPECT_FALSE(ofItems->blocker(object));
+        EXPECT_FALSE(ofWindows->blocker(object));
     }
 }
 
@@ -58,6 +60,7 @@ TEST_F(QuickInteraction, ItemWithoutWindowIsNotReady)
     load(sceneOfItems);
     find("inner")->setParentItem(nullptr);
     EXPECT_EQ(notReadyReason(find("inner")), QStringLiteral("the item is in no window"));
+    EXPECT_EQ(blocker(find("inner")), nullptr);
 }
 
 TEST_F(QuickInteraction, InvisibleItemIsNotReady)
@@ -97,8 +100,12 @@ TEST_F(QuickInteraction, ItemOfAWindowBehindAModalOneIsNotReady)
     const QString reason = QStringLiteral("the window is blocked by the modal window \"Save?\"");
     EXPECT_EQ(notReadyReason(window()), reason);
     EXPECT_EQ(notReadyReason(find("inner")), reason);
+    EXPECT_EQ(blocker(window()), &question);
+    EXPECT_EQ(blocker(find("inner")), &question);
     question.close();
     EXPECT_EQ(notReadyReason(find("inner")), QString());
+    EXPECT_EQ(blocker(window()), nullptr);
+    EXPECT_EQ(blocker(find("inner")), nullptr);
 }
 
 TEST_F(QuickInteraction, OfASceneInsideAnotherWindowTheOtherWindowCounts)
