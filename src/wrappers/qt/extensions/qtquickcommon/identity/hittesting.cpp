@@ -1,6 +1,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 
 #include "hook/delegates.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/wrapping.h"
 
@@ -33,16 +34,6 @@ QList<QQuickItem *> inStackingOrder(QList<QQuickItem *> siblings)
                          [](const QQuickItem *a, const QQuickItem *b) { return a->z() < b->z(); });
     }
     return siblings;
-}
-
-/// \p point of the parent in the coordinates of \p child.
-/// QQuickItem::mapFromItem goes up to the scene and down again, which costs the
-/// more the deeper the items lie.
-QPointF mapFromParent(const QQuickItem &child, const QPointF &point)
-{
-    QTransform toParent;
-    QQuickItemPrivate::get(&child)->itemToParentTransform(toParent);
-    return toParent.inverted().map(point);
 }
 
 /// Whether an extension declares \p item to be of no interest. Runs script of
@@ -136,6 +127,13 @@ bool HitTest::isStillThere(Level &level) const
 }
 
 } // namespace
+
+QPointF mapFromParent(const QQuickItem &child, const QPointF &point)
+{
+    QTransform toParent;
+    QQuickItemPrivate::get(&child)->itemToParentTransform(toParent);
+    return toParent.inverted().map(point);
+}
 
 QList<QQuickItem *> zOrderedChildItems(const QQuickItem *item)
 {

@@ -1,0 +1,81 @@
+#include "wrappers/qt/extensions/qtquickcommon/identity/pressroad.h"
+
+#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting_p.h"
+
+#include <QtCore/QVariant>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtQuick/private/qquickflickable_p.h>
+#include <QtQuick/private/qquickitem_p.h>
+#include <QtQuick/private/qquickpointerdevicehandler_p.h>
+#include <QtQuick/private/qquicktext_p.h>
+
+#include <algorithm>
+
+namespace Vantle::QtWrapper {
+
+namespace {
+
+/// Handlers of taps and drags keep a press that they accept from what lies
+/// below their item, though they do not grab it. Without any button they accept all.
+bool takesPress(const QQuickPointerHandler *handler, Qt::MouseButton button)
+{
+    if (!handler->enabled() || !(handler->inherits("QQuickTapHandler") || handler->inherits("QQuickDragHandler")))
+        return false;
+    const auto accepted = static_cast<const QQuickPointerDeviceHandler *>(handler)->acceptedButtons();
+    return accepted == Qt::NoButton || accepted.testFlag(button);
+}
+
+bool takesPress(QQuickItem *item, QPointF point, Qt::MouseButton button)
+{
+    // The layer of popups covers the window, but takes only what is to close
+    // one. A mouse area has an `enabled` of its own.
+    if (item->inherits("QQuickOverlay") || !item->property("enabled").toBool())
+        return false;
+    if (const auto *const flickable = qobject_cast<QQuickFlickable *>(item); flickable && !flickable->isInteractive())
+        return false;
+    // A text takes presses on its links only.
+    if (const auto *const text = qobject_cast<QQuickText *>(item))
+        return text->acceptedMouseButtons().testFlag(button) && !text->linkAt(point.x(), point.y()).isEmpty();
+    const auto *const priv = QQuickItemPrivate::get(item);
+    if (!priv->hasPointerHandlers())
+        return item->acceptedMouseButtons().testFlag(button);
+    // With handlers an item accepts all buttons, whatever it does with them.
+    const auto &handlers = priv->extra->pointerHandlers;
+    return std::any_of(handlers.cbegin(), handlers.cend(),
+                       [button](const QQuickPointerHandler *handler) { return takesPress(handler, button); });
+}
+
+/// Goes down from \p item to whoever ends the road. False if it isn't ended there.
+bool follow(QQuickItem *item, QPointF point, const QQuickItem *target, Qt::MouseButton button, PressRoad *road)
+{
+    const bool isInside = item->contains(point);
+    if (!isInside && item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
+        return false;
+    const QList<QQuickItem *> children = zOrderedChildItems(item);
+    const auto descend = [&](bool isAbove) {
+        return std::any_of(children.crbegin(), children.crend(), [&](QQuickItem *child) {
+            return (child->z() >= 0) == isAbove && child->isVisible() && child->isEnabled()
+                && follow(child, mapFromParent(*child, point), target, button, road);
+        });
+    };
+    if (descend(true))
+        return true;
+    if (isInside && (item == target || target->isAncestorOf(item)))
+        road->reachesTarget = true;
+    else if (isInside && takesPress(item, point, button))
+        road->takenBy = item;
+    return road->reachesTarget || road->takenBy || descend(false);
+}
+
+} // namespace
+
+PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button)
+{
+    PressRoad road;
+    follow(target->window()->contentItem(), scenePoint, target, button, &road);
+    return road;
+}
+
+} // namespace Vantle::QtWrapper
