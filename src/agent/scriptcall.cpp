@@ -21,14 +21,6 @@ namespace Vantle::Agent {
 
 namespace {
 
-// Where frames don't wait for a screen, several of them show the same step of
-// an animation.
-constexpr qint64 animationTick = 17;
-
-// A window that is not drawn doesn't move its items by animations either; what
-// moves them otherwise has had its time then.
-constexpr qint64 restWithoutFrames = 250;
-
 const Class *textClass()
 {
     return Inspector::self()->classByName(QStringLiteral("QString"));
@@ -58,15 +50,6 @@ bool isOneOf(const QString &function, std::initializer_list<const char *> names)
 QQuickItem *itemOf(const SharedPtr<Object> &object)
 {
     return qobject_cast<QQuickItem *>(QtWrapper::nativeQObject(object));
-}
-
-/// On the screen, with fractions: a slow item moves by less than a pixel a frame.
-QRectF exactRect(const SharedPtr<Object> &object)
-{
-    const QQuickItem *const item = itemOf(object);
-    if (!item || !item->window())
-        return screenRect(object);
-    return item->mapRectToScene(QRectF(QPointF(), item->size())).translated(item->window()->position());
 }
 
 QString describe(QPoint point)
@@ -176,8 +159,8 @@ std::optional<ScriptCall::Obstacle> ScriptCall::obstacle(const SharedPtr<Object>
     if (m_needs == Needs::Existence)
         return std::nullopt;
     if (const QString reason = notReadyReason(object); !reason.isEmpty()) {
-        m_lastRect.reset();
-        return Obstacle{reason, QString()};
+        m_stillness.forget();
+        return Obstacle{reason};
     }
     if (const auto moving = motion(object))
         return moving;
@@ -204,32 +187,14 @@ void ScriptCall::choosePoint(const SharedPtr<Object> &object)
         m_scenePoint = item->mapToScene(point);
 }
 
-// Where it was when it was last looked at, at least a frame ago.
 std::optional<ScriptCall::Obstacle> ScriptCall::motion(const SharedPtr<Object> &object)
 {
-    const QRectF rect = exactRect(object);
-    QObject *const native = QtWrapper::nativeQObject(object);
-    const bool isSame = m_lastRect == rect && m_lastObject == native;
-    if (isSame && m_sinceLastLook.elapsed() >= (m_hasDrawn ? animationTick : restWithoutFrames))
+    if (m_stillness.isAtRest(object))
         return std::nullopt;
-    if (!isSame) {
-        m_lastRect = rect;
-        m_lastObject = native;
-        m_hasDrawn = false;
-        m_sinceLastLook.start();
-    }
-    const QQuickItem *const item = itemOf(object);
-    auto *const window = item ? item->window() : qobject_cast<QQuickWindow *>(native);
-    if (window) {
-        if (m_watchedWindow != window) {
-            if (m_watchedWindow)
-                m_watchedWindow->disconnect(this);
-            m_watchedWindow = window;
-            connect(window, &QQuickWindow::afterAnimating, this, [this] { m_hasDrawn = true; });
-        }
-        window->update();
-    }
-    return Obstacle{QStringLiteral("it is still moving"), QString()};
+    QQuickItem *const carrier = m_stillness.carrier();
+    if (!carrier || carrier == itemOf(object))
+        return Obstacle{QStringLiteral("it is still moving")};
+    return Obstacle{QStringLiteral("%1, which holds it, is still moving"), QtWrapper::wrapAndRegisterQObject(carrier)};
 }
 
 std::optional<ScriptCall::Obstacle> ScriptCall::cover(const SharedPtr<Object> &object)
@@ -241,27 +206,31 @@ std::optional<ScriptCall::Obstacle> ScriptCall::cover(const SharedPtr<Object> &o
     const QString where = m_pointInObject ? QStringLiteral("its point %1").arg(describe(*m_pointInObject))
                                           : QStringLiteral("its middle");
     if (!QRectF(QPointF(), QSizeF(window->size())).contains(m_scenePoint))
-        return Obstacle{QStringLiteral("%1 lies outside of the window").arg(where), QString()};
+        return Obstacle{QStringLiteral("%1 lies outside of the window").arg(where)};
     QQuickItem *const hit = itemAt(window, m_scenePoint);
     // Finding out may have run scripts.
     if (itemOf(object) != item)
-        return Obstacle{QStringLiteral("the item does not exist any more"), QString()};
+        return Obstacle{QStringLiteral("the item does not exist any more")};
     if (hit == item || (hit && item->isAncestorOf(hit)))
         return std::nullopt;
     if (!hit)
-        return Obstacle{QStringLiteral("it can't be hit at %1").arg(where), QString()};
-    const SharedPtr<Object> covering = QtWrapper::wrapAndRegisterQObject(hit);
-    const QString name = covering->scriptName();
-    return Obstacle{QStringLiteral("%1 is covered by %2").arg(where, name.isEmpty() ? covering->className() : name),
-                    name};
+        return Obstacle{QStringLiteral("it can't be hit at %1").arg(where)};
+    return Obstacle{where + QStringLiteral(" is covered by %1"), QtWrapper::wrapAndRegisterQObject(hit), true};
 }
 
 void ScriptCall::failWith(const Obstacle &obstacle)
 {
     const QString name = m_target.name.isEmpty() ? m_request.arguments.at(0)->scriptName() : m_target.name;
+    QString reason = obstacle.reason;
+    QString other;
+    if (obstacle.other) {
+        const QString className = obstacle.other->className();
+        other = obstacle.other->scriptName();
+        reason = reason.arg(other.isEmpty() ? className : other);
+    }
     m_responder.fail(Protocol::ObjectNotReady,
-                     QStringLiteral("cannot call %1 on %2: %3").arg(m_request.function, name, obstacle.reason),
-                     Protocol::NotReady{name, obstacle.reason, obstacle.coveredBy}.toJson());
+                     QStringLiteral("cannot call %1 on %2: %3").arg(m_request.function, name, reason),
+                     Protocol::NotReady{name, reason, obstacle.isCover ? other : QString()}.toJson());
 }
 
 /// A flick moves the content of its flickable without any input, so that
@@ -282,6 +251,7 @@ std::optional<EventData> ScriptCall::unseenStatement() const
 
 void ScriptCall::carryOut()
 {
+    m_stillness.forget();
     Inspector *const inspector = Inspector::self();
     const QPointer<ScriptCall> self(this);
     const std::optional<EventData> unseen = unseenStatement();

@@ -1,22 +1,19 @@
 #pragma once
 
+#include "agent/stillness.h"
 #include "agent/targets.h"
 #include "hook/eventdata.h"
 #include "hook/object.h"
 #include "protocol/connection.h"
 
-#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
-#include <QtCore/QRectF>
 
 #include <functional>
 #include <memory>
 #include <optional>
 
-class QQuickItem;
-class QQuickWindow;
 class QWindow;
 
 namespace Vantle::Agent {
@@ -60,10 +57,13 @@ private:
         FreePoint
     };
 
+    /// What is in the way of the call. Names are for the answer, as they cost a
+    /// walk over the scene each: %1 in the reason stands for that of the other.
     struct Obstacle
     {
         QString reason;
-        QString coveredBy;
+        SharedPtr<Object> other{};
+        bool isCover = false;
     };
 
     void study();
@@ -87,11 +87,7 @@ private:
     Target m_target;                       // if the object is given by its name
     std::optional<QPoint> m_pointInObject; // if the call has one
 
-    std::optional<QRectF> m_lastRect;
-    QPointer<QObject> m_lastObject;
-    QPointer<QQuickWindow> m_watchedWindow;
-    QElapsedTimer m_sinceLastLook;
-    bool m_hasDrawn = false;
+    Stillness m_stillness;
     bool m_isCarriedOut = false;
 
     QPointer<QWindow> m_window; // where it acted

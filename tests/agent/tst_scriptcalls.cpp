@@ -4,6 +4,8 @@
 #include "hook/inspector.h"
 #include "wrappers/qt/functions/inputplayer.h"
 
+#include <QtCore/QAbstractAnimation>
+
 using namespace Vantle;
 using namespace VantleTest;
 
@@ -31,6 +33,42 @@ constexpr char Buttons[] = R"qml(
         TextInput { id: field; objectName: "field"; x: 100; y: 120; width: 100; height: 20 }
     }
 )qml";
+
+constexpr char LongList[] = R"qml(
+    import QtQuick
+    Window {
+        id: form
+        width: 300; height: 200; visible: true
+        property bool wasMoving: true
+        property int clicks: 0
+        Flickable {
+            id: list; objectName: "list"; width: 300; height: 200; contentHeight: 100000
+            MouseArea {
+                id: area; width: 300; height: 100000
+                onPressed: form.wasMoving = list.moving
+                onClicked: form.clicks += 1
+            }
+        }
+    }
+)qml";
+
+/// While it is installed, animations stand still until they are given a tick.
+class HeldAnimations : public QAnimationDriver
+{
+public:
+    HeldAnimations() { install(); }
+    ~HeldAnimations() override { uninstall(); }
+
+    void tick()
+    {
+        m_time += 16;
+        advanceAnimation();
+    }
+    qint64 elapsed() const override { return m_time; }
+
+private:
+    qint64 m_time = 0;
+};
 
 class ScriptCalls : public CommandScene
 {
@@ -121,6 +159,59 @@ TEST_F(ScriptCalls, WaitUntilTheObjectHasComeToRest)
     ask("call", click("moving"));
     EXPECT_EQ(find("moving")->x(), 150);
     EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, TakeNoFramesForRestInWhichAnimationsHadNoTime)
+{
+    HeldAnimations animations;
+    find<QObject>("slide")->setProperty("running", true);
+    int frames = 0;
+    QObject::connect(window(), &QQuickWindow::afterAnimating, window(), [&] { ++frames; });
+    const auto reply = post("call", click("moving"));
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value() || frames >= 10; }));
+    EXPECT_FALSE(reply->has_value());
+    ASSERT_TRUE(waitUntil([&] {
+        animations.tick();
+        return reply->has_value();
+    }));
+    EXPECT_FALSE((*reply)->isError());
+    EXPECT_EQ(find("moving")->x(), 150);
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, AreNotKeptByAnimationsThatMoveOtherThings)
+{
+    find<QObject>("slide")->setProperty("loops", -1);
+    find<QObject>("slide")->setProperty("running", true);
+    ask("call", click("ok"));
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, WaitUntilTheFlickableAroundTheObjectHasComeToRest)
+{
+    load(LongList);
+    ASSERT_TRUE(QMetaObject::invokeMethod(find("list"), "flick", Q_ARG(qreal, 0), Q_ARG(qreal, -400)));
+    ASSERT_TRUE(find("list")->property("moving").toBool());
+    const QJsonArray place{QStringLiteral("WindowQmlImpl#form #area"), 20, 200, static_cast<int>(Qt::LeftButton)};
+    ask("call", request("mouseClick", place));
+    EXPECT_EQ(clicks(), 1);
+    EXPECT_FALSE(root()->property("wasMoving").toBool());
+}
+
+TEST_F(ScriptCalls, SayWhichFlickableDoesNotComeToRest)
+{
+    load(LongList);
+    find("list")->setProperty("flickDeceleration", 1);
+    find("list")->setProperty("maximumFlickVelocity", 2500);
+    ASSERT_TRUE(QMetaObject::invokeMethod(find("list"), "flick", Q_ARG(qreal, 0), Q_ARG(qreal, -2000)));
+    const QJsonArray place{QStringLiteral("WindowQmlImpl#form #area"), 20, 20, static_cast<int>(Qt::LeftButton)};
+    const Protocol::NotReady found = obstacle(request("mouseClick", place, 600));
+    EXPECT_EQ(found.reason,
+              QStringLiteral("WindowQmlImpl#form Flickable#list[objectName=\"list\"]:visible, which holds it, "
+                             "is still moving"));
+    EXPECT_EQ(found.coveredBy, QString());
+    EXPECT_TRUE(find("list")->property("moving").toBool());
+    EXPECT_EQ(clicks(), 0);
 }
 
 TEST_F(ScriptCalls, SayWhatTheyWaitedForInVain)
