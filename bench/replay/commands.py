@@ -116,17 +116,19 @@ def measure(tool, times):
     handle = tool.ask("find", name=LAST, timeout=60000, ready=True)["object"]
     commands = {
         "ping": lambda: tool.ask("ping"),
-        "property by handle": lambda: tool.ask("properties", object=handle, names=["text"]),
-        "find by name": lambda: tool.ask("find", name=LAST),
-        "property by name": lambda: tool.ask("properties", name=LAST, names=["text"]),
+        "property by handle": lambda: tool.ask("properties", object=handle, names=["text"], named=False),
+        "property by name": lambda: tool.ask("properties", name=LAST, names=["text"], named=False),
+        "find by name": lambda: tool.ask("find", name=LAST, named=False),
+        "name of a handle": lambda: tool.ask("describe", object=handle),
+        "click by handle": lambda: tool.ask("call", function="mouseClick", arguments=[{"object": handle}]),
         "click by name": lambda: tool.ask("call", function="mouseClick", arguments=[LAST]),
     }
     results = {}
     for name, command in commands.items():
         milliseconds(command, 3)  # fills the caches
-        results[name] = milliseconds(command, times if "click" not in name else max(times // 10, 3))
+        results[name] = milliseconds(command, times if "click" not in name else max(times // 4, 3))
     clicks = tool.ask("properties", name='[objectName="scene"]', names=["clicks"])["properties"]["clicks"]
-    if clicks != len(results["click by name"]) + 3:
+    if clicks != sum(3 + len(taken) for name, taken in results.items() if "click" in name):
         raise RuntimeError(f"{clicks} clicks arrived: something else was measured")
     return results
 

@@ -81,6 +81,12 @@ QJsonArray arrayOf(const QList<Record> &records)
     return array;
 }
 
+/// Whether the answer is to hold names, which cost a walk over the scene each.
+ValueEncoding::Naming namingIn(FieldReader *reader)
+{
+    return reader->boolean("named", true) ? ValueEncoding::WithNames : ValueEncoding::WithoutNames;
+}
+
 std::chrono::milliseconds limitIn(FieldReader *reader, std::chrono::milliseconds otherwise)
 {
     return reader->has("timeout") ? std::chrono::milliseconds(reader->integer("timeout", 0)) : otherwise;
@@ -135,12 +141,13 @@ void Commands::find(const QJsonObject &params, const Responder &responder)
     Target target;
     target.name = reader.string("name");
     const bool mustBeReady = reader.boolean("ready", false);
+    const ValueEncoding::Naming naming = namingIn(&reader);
     const std::chrono::milliseconds limit = limitIn(&reader, std::chrono::milliseconds::zero());
     if (!reader.complaint().isEmpty()) {
         answer(responder, wrongParameters(reader.complaint()));
         return;
     }
-    m_waiting.until(limit, [this, target, mustBeReady, responder](bool isLast) {
+    m_waiting.until(limit, [this, target, mustBeReady, naming, responder](bool isLast) {
         if (responder.isOver())
             return true;
         const SharedPtr<Object> object = m_finder.look(target);
@@ -151,7 +158,7 @@ void Commands::find(const QJsonObject &params, const Responder &responder)
         }
         const QString reason = mustBeReady ? notReadyReason(object) : QString();
         if (reason.isEmpty()) {
-            responder.respond(ValueEncoding(&m_handles).reference(object));
+            responder.respond(ValueEncoding(&m_handles, naming).reference(object));
         } else if (isLast) {
             answer(responder,
                    failure({Protocol::ObjectNotReady, QStringLiteral("%1 is not ready: %2").arg(target.name, reason),
@@ -166,16 +173,18 @@ Commands::Outcome Commands::properties(const QJsonObject &params)
     FieldReader reader(params);
     const Target target = Target::readFrom(&reader);
     const QStringList names = reader.has("names") ? reader.strings("names") : QStringList();
+    const ValueEncoding::Naming naming = namingIn(&reader);
     if (!reader.complaint().isEmpty())
         return wrongParameters(reader.complaint());
     const Found found = m_finder.find(target);
     if (found.error)
         return failure(*found.error);
 
-    ValueEncoding encoding(&m_handles);
+    ValueEncoding encoding(&m_handles, naming);
     QString problem;
-    const QString className = found.object->className();
-    const QString name = found.object->scriptName();
+    QJsonObject result{{QStringLiteral("class"), found.object->className()}};
+    if (naming == ValueEncoding::WithNames)
+        result.insert(QStringLiteral("name"), found.object->scriptName());
     QObject *const native = QtWrapper::nativeQObject(found.object);
     if (!native)
         return failure(Protocol::ObjectGone, QStringLiteral("the object is gone"));
@@ -183,8 +192,8 @@ Commands::Outcome Commands::properties(const QJsonObject &params)
                                                    : allProperties(native, &encoding);
     if (!problem.isEmpty())
         return wrongParameters(problem);
-    return success(
-        {{QStringLiteral("class"), className}, {QStringLiteral("name"), name}, {QStringLiteral("properties"), values}});
+    result.insert(QStringLiteral("properties"), values);
+    return success(result);
 }
 
 Commands::Outcome Commands::setProperty(const QJsonObject &params)
@@ -213,6 +222,7 @@ Commands::Outcome Commands::invoke(const QJsonObject &params)
     const Target target = Target::readFrom(&reader);
     const QString method = reader.string("method");
     const QJsonArray list = reader.has("arguments") ? reader.array("arguments") : QJsonArray();
+    const ValueEncoding::Naming naming = namingIn(&reader);
     if (!reader.complaint().isEmpty())
         return wrongParameters(reader.complaint());
     QString problem;
@@ -231,7 +241,7 @@ Commands::Outcome Commands::invoke(const QJsonObject &params)
     case MethodResult::Called: break;
     }
     // The method may have run an event loop, to the end of the connection.
-    const QJsonValue value = self ? ValueEncoding(&m_handles).encode(result.value) : QJsonValue();
+    const QJsonValue value = self ? ValueEncoding(&m_handles, naming).encode(result.value) : QJsonValue();
     return success({{QStringLiteral("result"), value}});
 }
 
@@ -239,10 +249,12 @@ Commands::Outcome Commands::children(const QJsonObject &params)
 {
     FieldReader reader(params);
     ObjectList objects;
-    if (Target::isIn(reader)) {
-        const Target target = Target::readFrom(&reader);
-        if (!reader.complaint().isEmpty())
-            return wrongParameters(reader.complaint());
+    const ValueEncoding::Naming naming = namingIn(&reader);
+    const bool hasTarget = Target::isIn(reader);
+    const Target target = hasTarget ? Target::readFrom(&reader) : Target();
+    if (!reader.complaint().isEmpty())
+        return wrongParameters(reader.complaint());
+    if (hasTarget) {
         const Found found = m_finder.find(target);
         if (found.error)
             return failure(*found.error);
@@ -251,7 +263,7 @@ Commands::Outcome Commands::children(const QJsonObject &params)
         objects = topLevelWindows();
     }
     QJsonArray list;
-    ValueEncoding encoding(&m_handles);
+    ValueEncoding encoding(&m_handles, naming);
     for (const SharedPtr<Object> &object : objects) {
         if (!object->isNull())
             list.append(encoding.reference(object));
@@ -286,6 +298,7 @@ void Commands::call(const QJsonObject &params, const Responder &responder)
     request.function = reader.string("function");
     const QJsonArray arguments = reader.has("arguments") ? reader.array("arguments") : QJsonArray();
     const std::chrono::milliseconds limit = limitIn(&reader, defaultCallLimit);
+    const ValueEncoding::Naming naming = namingIn(&reader);
     for (qsizetype i = 0; i < arguments.size(); ++i) {
         QString problem;
         const auto argument = ValueEncoding(&m_handles).decodeArgument(arguments.at(i), &problem);
@@ -299,8 +312,8 @@ void Commands::call(const QJsonObject &params, const Responder &responder)
         return;
     }
     auto *const pending = new ScriptCall(
-        request, &m_finder, responder, [this](const SharedPtr<Object> &result, QWindow *window, QPoint point) {
-            QJsonObject json{{QStringLiteral("result"), ValueEncoding(&m_handles).encode(result)}};
+        request, &m_finder, responder, [this, naming](const SharedPtr<Object> &result, QWindow *window, QPoint point) {
+            QJsonObject json{{QStringLiteral("result"), ValueEncoding(&m_handles, naming).encode(result)}};
             const int handle = window ? m_handles.handleFor(QtWrapper::wrapAndRegisterQObject(window)) : 0;
             if (handle != 0)
                 json.insert(QStringLiteral("action"), Protocol::ActionPoint{handle, point.x(), point.y()}.toJson());

@@ -253,8 +253,11 @@ QJsonValue ValueEncoding::reference(const SharedPtr<Object> &object)
     const int handle = m_handles->handleFor(object);
     if (handle == 0)
         return QJsonValue::Null;
+    const QString className = object->className();
+    if (m_naming == WithoutNames)
+        return Protocol::ObjectReference{handle, className, std::nullopt}.toJson();
     const QString name = ++m_named <= mostNames ? object->scriptName() : QString();
-    return Protocol::ObjectReference{handle, object->className(), name}.toJson();
+    return Protocol::ObjectReference{handle, className, name}.toJson();
 }
 
 std::optional<QVariant> ValueEncoding::decode(const QJsonValue &json, QString *problem) const

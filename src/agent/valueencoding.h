@@ -24,8 +24,14 @@ class ObjectHandles;
 class ValueEncoding
 {
 public:
+    /// Whether objects come with their names. A name costs a walk over the scene.
+    enum Naming {
+        WithNames,
+        WithoutNames
+    };
+
     /// \p handles must outlive the encoding.
-    explicit ValueEncoding(ObjectHandles *handles) : m_handles(handles) {}
+    explicit ValueEncoding(ObjectHandles *handles, Naming naming = WithNames) : m_handles(handles), m_naming(naming) {}
 
     QJsonValue encode(const QVariant &value);
     /// An argument or a result of a script function.
@@ -37,7 +43,7 @@ public:
     /// Same, as an argument of a script function.
     std::optional<SharedPtr<Object>> decodeArgument(const QJsonValue &json, QString *problem) const;
 
-    /// A reference to a living object: its handle, class and name.
+    /// A reference to a living object: its handle, class and, with names, its name.
     QJsonValue reference(const SharedPtr<Object> &object);
 
 private:
@@ -46,6 +52,7 @@ private:
     QJsonValue encodeContainer(int depth, const QVariant &value);
 
     ObjectHandles *m_handles;
+    Naming m_naming;
     int m_named = 0;
 };
 

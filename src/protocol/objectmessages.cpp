@@ -67,7 +67,10 @@ QRect rectIn(FieldReader *reader, const char *key)
 
 QJsonObject ObjectReference::toJson() const
 {
-    return {{objectKey, object}, {classKey, className}, {nameKey, name}};
+    QJsonObject json{{objectKey, object}, {classKey, className}};
+    if (name)
+        json.insert(nameKey, *name);
+    return json;
 }
 
 std::optional<ObjectReference> ObjectReference::fromJson(const QJsonObject &json, QString *error)
@@ -76,7 +79,8 @@ std::optional<ObjectReference> ObjectReference::fromJson(const QJsonObject &json
     ObjectReference reference;
     reference.object = static_cast<int>(reader.integer("object", 1));
     reference.className = reader.string("class");
-    reference.name = reader.string("name");
+    if (reader.has("name"))
+        reference.name = reader.string("name");
     return reader.finish(reference, error);
 }
 

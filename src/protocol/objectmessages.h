@@ -17,7 +17,8 @@ struct ObjectReference
 {
     int object = 0;    ///< the handle, above 0
     QString className; ///< "class"
-    QString name;      ///< the selector or alias that leads to it; empty if nothing does
+    /// The selector or alias that leads to it, empty if nothing does; none if it was not asked for.
+    std::optional<QString> name;
 
     QJsonObject toJson() const;
     static std::optional<ObjectReference> fromJson(const QJsonObject &json, QString *error = nullptr);

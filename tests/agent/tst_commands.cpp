@@ -88,6 +88,32 @@ TEST_F(FormCommands, FindGivesOneHandleForOneObject)
     EXPECT_NE(handleOf("WindowQmlImpl#form #twin"), reference->object);
 }
 
+TEST_F(FormCommands, NamesAreLeftOutOnDemand)
+{
+    const auto isNamed = [](const QJsonValue &reference) {
+        return reference.toObject().contains(QStringLiteral("name"));
+    };
+    for (const bool named : {true, false}) {
+        const auto asking = [named](QJsonObject params) {
+            params.insert(QStringLiteral("named"), named);
+            return params;
+        };
+        const QJsonObject found = ask("find", asking(json(R"({"name": "WindowQmlImpl#form Rectangle#save"})")));
+        EXPECT_TRUE(found.contains(QStringLiteral("object")));
+        EXPECT_EQ(isNamed(found), named);
+        const QJsonArray children = ask("children", asking({})).value(QStringLiteral("objects")).toArray();
+        ASSERT_FALSE(children.isEmpty());
+        EXPECT_EQ(isNamed(children.first()), named);
+        const QJsonObject properties = ask("properties",
+                                           asking(
+                                               json(R"({"name": "WindowQmlImpl#form #save", "names": ["parent"]})")));
+        EXPECT_EQ(isNamed(properties), named);
+        EXPECT_EQ(isNamed(properties.value(QStringLiteral("properties")).toObject().value(QStringLiteral("parent"))),
+                  named);
+    }
+    EXPECT_EQ(failureOf("find", json(R"({"name": "WindowQmlImpl#form", "named": 1})")).code, Protocol::InvalidParams);
+}
+
 TEST_F(FormCommands, FindSaysHowCloseItCame)
 {
     const Protocol::Error error = failureOf("find", json(R"({"name": "WindowQmlImpl#form Rectangle#sav:visible"})"));

@@ -67,7 +67,17 @@ TEST(ObjectReference, SurvivesTheWayThroughJson)
     EXPECT_EQ(reference->object, 7);
     EXPECT_EQ(reference->className, QStringLiteral("QQuickItem"));
     EXPECT_EQ(reference->name, QStringLiteral("Käse"));
-    expectEachFieldNeeded(*reference);
+    expectEachFieldNeeded(*reference, {QStringLiteral("name")});
+}
+
+TEST(ObjectReference, HaveANameOnlyIfItWasAskedFor)
+{
+    const auto unnamed = received(ObjectReference{7, QStringLiteral("QQuickItem"), std::nullopt});
+    ASSERT_TRUE(unnamed);
+    EXPECT_EQ(unnamed->name, std::nullopt);
+    const auto nameless = received(ObjectReference{7, QStringLiteral("QQuickItem"), QString()});
+    ASSERT_TRUE(nameless);
+    EXPECT_EQ(nameless->name, QString());
 }
 
 TEST(ObjectReference, HasAHandleAboveZero)

@@ -105,19 +105,33 @@
 
     // Objects of the program
 
+    /// The name of an object. Naming takes the program time, so it is asked for
+    /// when somebody is to read it.
     function textOf(reference) {
-        return reference.name || reference.class + " without a name";
+        let name = reference.name;
+        if (name === undefined) {
+            try {
+                name = ask("", "name", "describe", { object: reference.object }).name;
+            } catch (error) {
+                return reference.class + " that is gone";
+            }
+        }
+        return name || reference.class + " without a name";
     }
 
     const isMethod = value => typeof value === "object" && value !== null && value.type === "method";
 
     function methodOf(reference, name) {
         const method = (...values) => {
-            const params = { object: reference.object, method: name, arguments: values.map(encode) };
+            const params = { object: reference.object, method: name, arguments: values.map(encode), named: false };
             return decode(ask("action", name, "invoke", params).result);
         };
-        methods.set(method, `"${name}" is a method of ${textOf(reference)}: call it`);
+        methods.set(method, () => `"${name}" is a method of ${textOf(reference)}: call it`);
         return method;
+    }
+
+    function propertiesOf(reference, name) {
+        return ask("", name, "properties", { object: reference.object, names: [name], named: false }).properties;
     }
 
     const traps = {
@@ -130,7 +144,7 @@
             // Promises ask every object whether it is one of them.
             if (typeof name === "symbol" || name === "then")
                 return undefined;
-            const read = ask("", name, "properties", { object: reference.object, names: [name] }).properties;
+            const read = propertiesOf(reference, name);
             return isMethod(read[name]) ? methodOf(reference, name) : decode(read[name]);
         },
         set(target, name, value) {
@@ -142,7 +156,7 @@
             if (typeof name === "symbol")
                 return name === remote;
             try {
-                ask("", name, "properties", { object: target[remote].object, names: [name] });
+                propertiesOf(target[remote], name);
                 return true;
             } catch (error) {
                 if (error.name === "AgentError")
@@ -197,7 +211,7 @@
         return Math.min(Math.round(value), 0x7fffffff);
     }
 
-    global.findObject = name => objectOf(ask("", "findObject", "find", { name: nameOf(name) }));
+    global.findObject = name => objectOf(ask("", "findObject", "find", { name: nameOf(name), named: false }));
 
     global.objectExists = name => {
         try {
@@ -211,11 +225,14 @@
     };
 
     global.waitForObject = (name, time) => {
-        const params = { name: nameOf(name), timeout: milliseconds(time), ready: true };
+        const params = { name: nameOf(name), timeout: milliseconds(time), ready: true, named: false };
         return objectOf(ask("wait", "waitForObject", "find", params));
     };
 
-    global.children = of => ask("", "children", "children", target(of)).objects.map(objectOf);
+    global.children = of => {
+        const params = Object.assign(target(of), { named: false });
+        return ask("", "children", "children", params).objects.map(objectOf);
+    };
 
     // Waiting
 
@@ -236,7 +253,7 @@
             try {
                 const value = condition();
                 if (methods.has(value))
-                    throw new TypeError(methods.get(value));
+                    throw new TypeError(methods.get(value)());
                 if (value)
                     return value;
                 last = null;
@@ -280,7 +297,7 @@
         if (typeof value === "string")
             return JSON.stringify(value);
         if (typeof value === "function")
-            return methods.has(value) ? "a function: " + methods.get(value) : "a function";
+            return methods.has(value) ? "a function: " + methods.get(value)() : "a function";
         if (typeof value !== "object" || value === null)
             return String(value);
         if (isRemote(value))
@@ -341,7 +358,7 @@
     };
 
     test.verify = (condition, message) => {
-        const reason = methods.get(condition);
+        const reason = methods.has(condition) ? methods.get(condition)() : "";
         if (reason)
             return check(false, "test.verify", message === undefined ? reason : `${words(message)} (${reason})`);
         return check(Boolean(condition), "test.verify", message);
@@ -388,7 +405,7 @@
             if (own.has(name))
                 continue;
             global[name] = (...values) => {
-                const params = { function: name, arguments: values.map(encode), timeout: limit };
+                const params = { function: name, arguments: values.map(encode), timeout: limit, named: false };
                 return decode(ask("action", name, "call", params).result);
             };
         }

@@ -80,7 +80,7 @@ private:
     void failNotFound(const QString &name, const Responder &responder);
     void sendStatement(const QString &function, const QJsonArray &arguments);
     int handleOf(const QJsonObject &params) const;
-    QJsonObject reference(int handle) const;
+    QJsonObject reference(int handle, const QJsonObject &params) const;
     QString option(const char *name) const;
 
     const QStringList m_arguments;
@@ -204,6 +204,15 @@ void FakeProgram::listen()
         }
         responder.respond(QJsonObject{{QStringLiteral("properties"), found}});
     });
+    m_connection->onRequest(Method::describe, [this](const QJsonObject &params, const Responder &responder) {
+        const int handle = handleOf(params);
+        if (handle == 0)
+            return responder.fail(ObjectGone, QStringLiteral("the object is gone"));
+        Description description;
+        description.className = m_objects.value(handle).className;
+        description.name = m_objects.value(handle).name;
+        responder.respond(description.toJson());
+    });
     m_connection->onRequest(Method::setProperty, [this](const QJsonObject &params, const Responder &responder) {
         const int handle = handleOf(params);
         const QString property = params.value(QLatin1String("property")).toString();
@@ -214,10 +223,10 @@ void FakeProgram::listen()
     });
     m_connection->onRequest(Method::children, [this](const QJsonObject &params, const Responder &responder) {
         QJsonArray list;
-        if (params.isEmpty())
-            list = {reference(1)};
+        if (!params.contains(QLatin1String("object")) && !params.contains(QLatin1String("name")))
+            list = {reference(1, params)};
         else if (handleOf(params) == 1)
-            list = {reference(2), reference(3)};
+            list = {reference(2, params), reference(3, params)};
         responder.respond(QJsonObject{{QStringLiteral("objects"), list}});
     });
 
@@ -245,9 +254,12 @@ int FakeProgram::handleOf(const QJsonObject &params) const
     return 0;
 }
 
-QJsonObject FakeProgram::reference(int handle) const
+QJsonObject FakeProgram::reference(int handle, const QJsonObject &params) const
 {
-    return ObjectReference{handle, m_objects.value(handle).className, m_objects.value(handle).name}.toJson();
+    ObjectReference reference{handle, m_objects.value(handle).className, m_objects.value(handle).name};
+    if (!params.value(QLatin1String("named")).toBool(true))
+        reference.name.reset();
+    return reference.toJson();
 }
 
 void FakeProgram::failNotFound(const QString &name, const Responder &responder)
@@ -272,12 +284,12 @@ void FakeProgram::find(const QJsonObject &params, const Responder &responder)
     } else if (name == QLatin1String("Main Button#late")) {
         if (!m_objects.contains(4) && limit == 0)
             return failNotFound(name, responder);
-        QTimer::singleShot(100, this, [this, responder] {
+        QTimer::singleShot(100, this, [this, params, responder] {
             m_objects.insert(4, {QStringLiteral("QQuickButton"), QStringLiteral("Main Button#late"), {}});
-            responder.respond(reference(4));
+            responder.respond(reference(4, params));
         });
     } else if (const int handle = handleOf(params)) {
-        responder.respond(reference(handle));
+        responder.respond(reference(handle, params));
     } else {
         QTimer::singleShot(limit, this, [this, name, responder] { failNotFound(name, responder); });
     }
