@@ -22,6 +22,9 @@ namespace {
 
 constexpr std::chrono::seconds stopLimit(3);
 
+// Every object is given its name, which takes its time in a large scene.
+constexpr std::chrono::seconds treeLimit(120);
+
 LaunchOptions launchOptions(const RecordOptions &options)
 {
     LaunchOptions launch = options.launch;
@@ -39,11 +42,7 @@ RecordSession::RecordSession(const RecordOptions &options, const Installation &i
     , m_program(installation)
 {
     m_stopTimer.setSingleShot(true);
-    connect(&m_stopTimer, &QTimer::timeout, this, [this] {
-        Console::say(QStringLiteral("the program did not answer within %1; the last statements may be missing")
-                         .arg(Console::seconds(std::chrono::milliseconds(stopLimit).count())));
-        recordingStopped();
-    });
+    connect(&m_stopTimer, &QTimer::timeout, this, &RecordSession::stopOverdue);
     connect(&m_signals, &SignalWatcher::stopRequested, this, &RecordSession::stopRequested);
     connect(&m_program, &ProgramUnderTest::agentReady, this, &RecordSession::beginRecording);
     connect(&m_program, &ProgramUnderTest::startFailed, this, [this](const QString &reason) {
@@ -143,6 +142,8 @@ void RecordSession::stopRequested()
     case State::Stopping:
     case State::Ending:
         // The second request: the user is in a hurry.
+        if (m_isSavingTree)
+            giveTreeUp(QStringLiteral("the recording was stopped again"));
         m_script.end(QStringLiteral("The recording was stopped; the last statements may be missing."));
         if (m_options.keepRunning)
             m_program.release();
@@ -177,8 +178,27 @@ void RecordSession::stopRecording()
     });
 }
 
+void RecordSession::stopOverdue()
+{
+    const auto limit = [](std::chrono::milliseconds time) { return Console::seconds(time.count()); };
+    if (m_isSavingTree)
+        giveTreeUp(QStringLiteral("the program did not tell its objects within %1").arg(limit(treeLimit)));
+    else
+        Console::say(QStringLiteral("the program did not answer within %1; the last statements may be missing")
+                         .arg(limit(stopLimit)));
+    recordingStopped();
+}
+
+void RecordSession::giveTreeUp(const QString &reason)
+{
+    Console::say(QStringLiteral("%1; %2 is not written").arg(reason, m_options.treeFile));
+    failWith(Failed);
+}
+
 void RecordSession::saveTree()
 {
+    m_isSavingTree = true;
+    m_stopTimer.start(treeLimit);
     m_program.connection()->sendRequest(Protocol::Method::tree, {}, [this](const Reply &reply) {
         if (m_state != State::Stopping || !m_stopTimer.isActive())
             return;
@@ -196,6 +216,7 @@ void RecordSession::saveTree()
 void RecordSession::recordingStopped()
 {
     m_stopTimer.stop();
+    m_isSavingTree = false;
     m_state = State::Ending;
     m_script.end(QStringLiteral("The recording was stopped."));
     reportWriteFailure();

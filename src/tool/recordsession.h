@@ -41,7 +41,9 @@ private:
     void takeLog(const QJsonObject &params);
     void stopRequested();
     void stopRecording();
+    void stopOverdue();
     void saveTree();
+    void giveTreeUp(const QString &reason);
     void recordingStopped();
     void giveUp(const QString &reason);
     void programEnded(const ProgramEnd &end);
@@ -61,6 +63,7 @@ private:
     State m_state = State::Starting;
     int m_exitCode = 0;
     bool m_began = false;
+    bool m_isSavingTree = false;
     bool m_synchronisationScheduled = false;
     bool m_writeFailureReported = false;
 };

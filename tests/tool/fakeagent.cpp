@@ -19,7 +19,8 @@
 //   crash-stop          at "stopRecording" crashes
 //   answer:METHOD:JSON  ahead of hello: answers requests for METHOD with JSON
 //   error:METHOD:JSON   ahead of hello: answers them with the error JSON
-//   silent:METHOD       ahead of hello: never answers them
+//   late:METHOD:MS      ahead of hello: answers them MS milliseconds later
+//   silent:METHOD       ahead of hello: prints "asked for METHOD" and never answers
 //   crash-at:METHOD     ahead of hello: crashes at them
 //   end-at:METHOD       ahead of hello: answers them and exits
 //   print:TEXT          prints a line
@@ -209,10 +210,17 @@ bool FakeAgent::playAtRequest(const QString &action, const QString &value)
             responder.fail(json.value(QStringLiteral("code")).toInt(),
                            json.value(QStringLiteral("message")).toString(), json.value(QStringLiteral("data")));
         };
+    } else if (action == QLatin1String("late")) {
+        const int delay = value.section(QLatin1Char(':'), 1).toInt();
+        m_handlers[method] = [delay](const QJsonObject &, const Responder &responder) {
+            QTimer::singleShot(delay, qApp, [responder] { responder.respond(); });
+        };
     } else if (action == QLatin1String("silent")) {
-        m_handlers[method] = [](const QJsonObject &, const Responder &responder) {
+        m_handlers[method] = [method](const QJsonObject &, const Responder &responder) {
             static QList<Responder> kept;
             kept.append(responder);
+            std::printf("asked for %s\n", qPrintable(method));
+            std::fflush(stdout);
         };
     } else if (action == QLatin1String("crash-at")) {
         m_handlers[method] = [](const QJsonObject &, const Responder &) { dieBy(SIGSEGV); };

@@ -57,8 +57,10 @@ TEST_F(RecordEnding, aCrashIsNamedInTheScriptAndInTheExitCode)
     for (const Crash &crash : crashes) {
         ToolRun run(recordFake({hello, click, QStringLiteral("signal:%1").arg(crash.signal)}, toFile()));
         EXPECT_EQ(run.exitCode(), 2);
-        EXPECT_TRUE(script().endsWith(clickLine + QStringLiteral("// The program ended with %1; everything recorded up "
-                                                                 "to then is above.\n").arg(crash.text)))
+        EXPECT_TRUE(script().endsWith(clickLine
+                                      + QStringLiteral("// The program ended with %1; everything recorded up "
+                                                       "to then is above.\n")
+                                            .arg(crash.text)))
             << qPrintable(script());
         EXPECT_TRUE(run.errors().contains(QStringLiteral("vantle: the program ended with %1\n").arg(crash.text)));
     }
@@ -150,6 +152,31 @@ TEST_F(RecordEnding, aProgramThatDoesNotAnswerIsGivenUpAfterALimit)
     EXPECT_FALSE(isAlive(process));
 }
 
+TEST_F(RecordEnding, theObjectsOfALargeSceneAreWaitedForBeyondTheLimitOfTheScript)
+{
+    const QStringList tree{QStringLiteral("--tree"), path("tree.json")};
+    ToolRun run(recordFake({QStringLiteral("late:tree:3500"), hello, click, wait}, toFile() + tree));
+    ASSERT_TRUE(run.printed(clickLine));
+    run.sendSignal(SIGINT);
+    EXPECT_EQ(run.exitCode(), 0) << qPrintable(run.errors());
+    EXPECT_TRUE(script().endsWith(stoppedLine));
+    EXPECT_TRUE(QFile::exists(path("tree.json")));
+}
+
+TEST_F(RecordEnding, objectsThatAnotherCtrlCGivesUpAreAFailure)
+{
+    const QStringList tree{QStringLiteral("--tree"), path("tree.json")};
+    ToolRun run(recordFake({QStringLiteral("silent:tree"), hello, click, wait}, toFile() + tree));
+    ASSERT_TRUE(run.printed(clickLine));
+    run.sendSignal(SIGINT);
+    ASSERT_TRUE(run.printed(QStringLiteral("asked for tree\n")));
+    run.sendSignal(SIGINT);
+    EXPECT_EQ(run.exitCode(), 3);
+    EXPECT_TRUE(run.errors().contains(path("tree.json") + QStringLiteral(" is not written")))
+        << qPrintable(run.errors());
+    EXPECT_FALSE(QFile::exists(path("tree.json")));
+}
+
 TEST_F(RecordEnding, aProgramThatIgnoresSigtermIsKilled)
 {
     ToolRun run(recordFake({QStringLiteral("ignore-term"), hello, click, action("pid", "pid"), wait}, toFile()));
@@ -164,7 +191,8 @@ TEST_F(RecordEnding, aProgramThatIgnoresSigtermIsKilled)
 TEST_F(RecordEnding, aSecondCtrlCEndsAtOnce)
 {
     ToolRun run(recordFake({QStringLiteral("ignore-term"), QStringLiteral("slow-stop"), hello, click,
-                            action("pid", "pid"), wait}, toFile()));
+                            action("pid", "pid"), wait},
+                           toFile()));
     const qint64 process = program();
     ASSERT_TRUE(run.printed(clickLine));
     QElapsedTimer timer;
@@ -173,8 +201,8 @@ TEST_F(RecordEnding, aSecondCtrlCEndsAtOnce)
     run.sendSignal(SIGTERM);
     EXPECT_EQ(run.exitCode(), 0);
     EXPECT_LT(timer.elapsed(), 2500) << "neither limit was waited for";
-    EXPECT_TRUE(script().endsWith(clickLine
-                                  + QStringLiteral("// The recording was stopped; the last statements may be missing.\n")));
+    EXPECT_TRUE(script().endsWith(
+        clickLine + QStringLiteral("// The recording was stopped; the last statements may be missing.\n")));
     EXPECT_TRUE(waitUntil([&] { return !isAlive(process); }));
 }
 
@@ -242,8 +270,9 @@ TEST_F(RecordEnding, aMissingProgramIsNamed)
 {
     ToolRun run({QStringLiteral("record"), QStringLiteral("--"), QStringLiteral("/nowhere/at/all")});
     EXPECT_EQ(run.exitCode(), 3);
-    EXPECT_EQ(run.errors(), QStringLiteral("vantle: cannot start \"/nowhere/at/all\": No such file or directory. "
-                                           "Give the full path of a program, or one that is found in PATH.\n"));
+    EXPECT_EQ(run.errors(),
+              QStringLiteral("vantle: cannot start \"/nowhere/at/all\": No such file or directory. "
+                             "Give the full path of a program, or one that is found in PATH.\n"));
     EXPECT_EQ(run.output(), QString());
 }
 
