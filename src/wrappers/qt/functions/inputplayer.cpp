@@ -221,10 +221,11 @@ void InputPlayer::Private::end()
 
 InputPlayer *InputPlayer::self()
 {
-    Q_ASSERT_X(qApp, "InputPlayer::self", "there must be an application object");
     static QPointer<InputPlayer> player;
-    if (!player)
+    if (!player) {
+        Q_ASSERT_X(qApp, "InputPlayer::self", "there must be an application object");
         player = new InputPlayer(qApp);
+    }
     return player;
 }
 
