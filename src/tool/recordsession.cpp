@@ -22,9 +22,6 @@ namespace {
 
 constexpr std::chrono::seconds stopLimit(3);
 
-// Every object is given its name, which takes its time in a large scene.
-constexpr std::chrono::seconds treeLimit(120);
-
 LaunchOptions launchOptions(const RecordOptions &options)
 {
     LaunchOptions launch = options.launch;

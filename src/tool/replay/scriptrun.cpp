@@ -170,7 +170,7 @@ void ScriptRun::finishProgram()
 
 void ScriptRun::saveTree()
 {
-    const Answer answer = m_session.request(Protocol::Method::tree, {}, m_options.waitLimit);
+    const Answer answer = m_session.request(Protocol::Method::tree, {}, treeLimit);
     const QString problem = answer.kind == Answer::Result ? writeTreeFile(m_options.treeFile, answer.result.toObject())
                                                           : answer.error.message;
     if (!problem.isEmpty())
