@@ -63,6 +63,12 @@ target_compile_options(vantle_options INTERFACE
 target_compile_definitions(vantle_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_MESSAGELOGCONTEXT
 )
+# The libraries under test need it ahead of a program that knows nothing of it.
+if("address" IN_LIST VANTLE_SANITIZERS)
+    execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=libasan.so
+        OUTPUT_VARIABLE VANTLE_SANITIZER_RUNTIME OUTPUT_STRIP_TRAILING_WHITESPACE)
+endif()
+
 if(VANTLE_SANITIZERS)
     list(JOIN VANTLE_SANITIZERS "," _sanitizers)
     target_compile_options(vantle_options INTERFACE

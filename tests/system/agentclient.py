@@ -40,6 +40,7 @@ class Program:
         self.server.settimeout(LIMIT)
         token = secrets.token_hex(32)
         prefix, plugins = installation()
+        preloaded = os.environ.get("VANTLE_TEST_PRELOAD")
         self.process = subprocess.Popen(
             command,
             env={
@@ -49,6 +50,7 @@ class Program:
                 "VANTLE_PREFIX": str(prefix),
                 "VANTLE_AGENT_SOCKET": path,
                 "VANTLE_AGENT_TOKEN": token,
+                **({"LD_PRELOAD": preloaded} if preloaded else {}),
                 **(environment or {}),
             },
         )
