@@ -3,6 +3,7 @@
 #include "agent/commands.h"
 #include "agent/host.h"
 #include "agent/recordingsession.h"
+#include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
@@ -51,8 +52,10 @@ void Agent::connectToTool()
         m_connection->waitForSent(FarewellTimeout);
     });
 
-    m_connection->onRequest(Protocol::Method::ping,
-                            [](const QJsonObject &, const Protocol::Responder &responder) { responder.respond(); });
+    m_connection->onRequest(Protocol::Method::ping, [](const QJsonObject &, const Protocol::Responder &responder) {
+        const bool isPlaying = !QtWrapper::InputPlayer::self()->isIdle();
+        responder.respond(QJsonObject{{QStringLiteral("playing"), isPlaying}});
+    });
     m_connection->onRequest(Protocol::Method::stopRecording,
                             [this](const QJsonObject &, const Protocol::Responder &responder) {
                                 // What the user did before asking may still be on its way from

@@ -333,6 +333,7 @@ Commands::Outcome Commands::grab(const QJsonObject &params)
 {
     FieldReader reader(params);
     SharedPtr<Object> object;
+    const bool isOfWindow = reader.boolean("window", false);
     if (Target::isIn(reader)) {
         const Target target = Target::readFrom(&reader);
         if (!reader.complaint().isEmpty())
@@ -340,7 +341,9 @@ Commands::Outcome Commands::grab(const QJsonObject &params)
         const Found found = m_finder.find(target);
         if (found.error)
             return failure(*found.error);
-        object = found.object;
+        object = isOfWindow ? windowOf(found.object) : found.object;
+        if (!object)
+            return failure(Protocol::FunctionFailed, QStringLiteral("the object lies in no window"));
     } else {
         object = windowInFront();
         if (!object)

@@ -6,6 +6,8 @@
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
 
 namespace Vantle::Agent {
 
@@ -38,6 +40,15 @@ QPixmap pictureOf(const SharedPtr<Object> &object, QString *problem)
     if (pixmap.isNull() && problem->isEmpty())
         *problem = QStringLiteral("no picture can be taken of the object of type %1 now").arg(object->className());
     return pixmap;
+}
+
+SharedPtr<Object> windowOf(const SharedPtr<Object> &object)
+{
+    QObject *const native = QtWrapper::nativeQObject(object);
+    if (qobject_cast<QWindow *>(native))
+        return object;
+    const auto *const item = qobject_cast<QQuickItem *>(native);
+    return item && item->window() ? QtWrapper::wrapAndRegisterQObject(item->window()) : SharedPtr<Object>();
 }
 
 SharedPtr<Object> windowInFront()

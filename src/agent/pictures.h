@@ -11,6 +11,10 @@ namespace Vantle::Agent {
 /// pixels. Null on failure, and then \p problem says why.
 QPixmap pictureOf(const SharedPtr<Object> &object, QString *problem);
 
+/// The window in which \p object lies; \p object itself if it is one. A null
+/// pointer if there is none.
+SharedPtr<Object> windowOf(const SharedPtr<Object> &object);
+
 /// The window that a user would look at: the active one, else the first one
 /// that shows. A null pointer if there is none.
 SharedPtr<Object> windowInFront();

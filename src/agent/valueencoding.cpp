@@ -82,10 +82,29 @@ QString debugText(const QVariant &value)
     return text.trimmed();
 }
 
+/// Whether QML reads members of such a value, as in `font.bold`.
+bool hasMembers(QMetaType type)
+{
+    switch (type.id()) {
+    case QMetaType::QFont:
+    case QMetaType::QVector2D:
+    case QMetaType::QVector3D:
+    case QMetaType::QVector4D:
+    case QMetaType::QQuaternion:
+    case QMetaType::QMatrix4x4: return true;
+    default: break;
+    }
+    const QMetaObject *const members = type.metaObject();
+    return type.flags().testFlag(QMetaType::IsGadget) && members && members->propertyCount() > 0;
+}
+
 QJsonValue fromOther(const QVariant &value)
 {
     const QString type = QString::fromLatin1(value.metaType().name());
-    return typed(type, value.canConvert<QString>() ? value.toString() : debugText(value));
+    QJsonObject json = typed(type, value.canConvert<QString>() ? value.toString() : debugText(value));
+    if (hasMembers(value.metaType()))
+        json.insert(QStringLiteral("members"), true);
+    return json;
 }
 
 /// What needs no look inside; undefined for the rest.

@@ -232,6 +232,15 @@ TEST_F(FormCommands, PropertiesComeInTheirOwnTypes)
     EXPECT_EQ(propertyOf("WindowQmlImpl#form #save [objectName=\"label\"]", "font.bold"), QJsonValue(false));
 }
 
+TEST_F(FormCommands, ValuesWithMembersSaySo)
+{
+    const char *const label = "WindowQmlImpl#form #save [objectName=\"label\"]";
+    const QJsonObject font = propertyOf(label, "font").toObject();
+    EXPECT_EQ(font.value(QStringLiteral("type")), QStringLiteral("QFont"));
+    EXPECT_EQ(font.value(QStringLiteral("members")), QJsonValue(true));
+    EXPECT_FALSE(propertyOf("WindowQmlImpl#form", "tint").toObject().contains(QStringLiteral("members")));
+}
+
 TEST_F(FormCommands, ScriptValuesAreLookedInto)
 {
     const QJsonObject anything = propertyOf("WindowQmlImpl#form", "anything").toObject();
@@ -452,6 +461,10 @@ TEST_F(FormCommands, GrabTakesAPictureOfTheWindowOrAnItem)
     const int form = handleOf("WindowQmlImpl#form");
     EXPECT_EQ(ask("grab").value(QStringLiteral("window")).toInt(), form);
     EXPECT_FALSE(ask("grab", json(R"({"name": "WindowQmlImpl#form #twin"})")).contains(QStringLiteral("window")));
+    const QJsonObject around = ask("grab", json(R"({"name": "WindowQmlImpl#form #twin", "window": true})"));
+    EXPECT_EQ(pictureIn(around), QSize(300, 200));
+    EXPECT_EQ(around.value(QStringLiteral("window")).toInt(), form);
+    EXPECT_EQ(pictureIn(ask("grab", json(R"({"name": "WindowQmlImpl#form", "window": true})"))), QSize(300, 200));
     window()->hide();
     EXPECT_EQ(failureOf("grab").code, Protocol::FunctionFailed);
     EXPECT_EQ(failureOf("grab", json(R"({"name": "WindowQmlImpl#form"})")).code, Protocol::FunctionFailed);
