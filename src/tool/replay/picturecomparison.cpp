@@ -38,6 +38,32 @@ QByteArray pngOf(const QImage &image)
     return png;
 }
 
+// What only one of the pictures has.
+const QRgb missing = qRgb(255, 170, 0);
+const QRgb surplus = qRgb(0, 110, 220);
+// What neither has, in a corner.
+const QRgb nothing = qRgb(255, 255, 255);
+const QRgb differing = qRgb(220, 0, 30);
+
+/// The picture that shows where two of them differ, as large as either.
+QImage differencePicture(const QImage &actual, const QImage &expected, int tolerance)
+{
+    QImage result(expected.size().expandedTo(actual.size()), QImage::Format_RGB32);
+    for (int y = 0; y < result.height(); ++y) {
+        for (int x = 0; x < result.width(); ++x) {
+            const bool isExpected = expected.valid(x, y);
+            const bool isFound = actual.valid(x, y);
+            if (!isExpected || !isFound)
+                result.setPixel(x, y, isExpected ? missing : isFound ? surplus : nothing);
+            else if (distance(actual.pixel(x, y), expected.pixel(x, y)) > tolerance)
+                result.setPixel(x, y, differing);
+            else
+                result.setPixel(x, y, faded(expected.pixel(x, y)));
+        }
+    }
+    return result;
+}
+
 } // namespace
 
 PictureDifference comparePictures(const QByteArray &found, const QByteArray &kept, const PictureTolerance &tolerance)
@@ -51,10 +77,9 @@ PictureDifference comparePictures(const QByteArray &found, const QByteArray &kep
     if (actual.size() != expected.size()) {
         return {false,
                 QStringLiteral("the sizes differ: expected %1, found %2").arg(sizeText(expected), sizeText(actual)),
-                {}};
+                pngOf(differencePicture(actual, expected, tolerance.perChannel))};
     }
 
-    QImage difference(expected.size(), QImage::Format_RGB32);
     QRect bounds;
     qint64 count = 0;
     int farthest = 0;
@@ -62,9 +87,7 @@ PictureDifference comparePictures(const QByteArray &found, const QByteArray &kep
         for (int x = 0; x < expected.width(); ++x) {
             const int off = distance(actual.pixel(x, y), expected.pixel(x, y));
             farthest = std::max(farthest, off);
-            const bool differs = off > tolerance.perChannel;
-            difference.setPixel(x, y, differs ? qRgb(220, 0, 30) : faded(expected.pixel(x, y)));
-            if (differs) {
+            if (off > tolerance.perChannel) {
                 ++count;
                 bounds |= QRect(x, y, 1, 1);
             }
@@ -80,7 +103,7 @@ PictureDifference comparePictures(const QByteArray &found, const QByteArray &kep
                                 .arg(bounds.height())
                                 .arg(bounds.x())
                                 .arg(bounds.y());
-    return {false, message, pngOf(difference)};
+    return {false, message, pngOf(differencePicture(actual, expected, tolerance.perChannel))};
 }
 
 } // namespace Vantle::Tool::Replay

@@ -16,8 +16,10 @@ struct PictureTolerance
 struct PictureDifference
 {
     bool alike = false;
-    QString message;    ///< in words, if they aren't
-    QByteArray picture; ///< PNG: what was kept in pale grey, what differs in red; empty if the sizes differ
+    QString message; ///< in words, if they aren't
+    /// PNG: what was kept in pale grey, what differs in red; of pictures of
+    /// different sizes, what is missing in orange and what is too much in blue.
+    QByteArray picture;
 };
 
 /// Compares two pictures, given as PNG. Needs no QGuiApplication.

@@ -94,6 +94,22 @@ TEST_F(ImageChecks, otherSizesAreNeverAlike)
     EXPECT_TRUE(result.message.startsWith(QStringLiteral("the sizes differ: expected 10×8, found 10×9; ")));
 }
 
+TEST_F(ImageChecks, theDifferenceOfOtherSizesShowsWhatOnlyOneOfThemHas)
+{
+    keep(picture());
+    QImage found(12, 6, QImage::Format_RGB32);
+    found.fill(QColor(100, 100, 100));
+    found.setPixelColor(1, 1, Qt::red);
+    const ImageCheck result = check(png(found));
+    EXPECT_TRUE(result.message.contains(QStringLiteral("; difference: ")));
+    const QImage difference(file("kept-difference.png"));
+    ASSERT_EQ(difference.size(), QSize(12, 8));
+    EXPECT_EQ(difference.pixelColor(1, 1), QColor(220, 0, 30));
+    EXPECT_EQ(difference.pixelColor(0, 7), QColor(255, 170, 0)) << "is missing";
+    EXPECT_EQ(difference.pixelColor(11, 0), QColor(0, 110, 220)) << "is too much";
+    EXPECT_EQ(difference.pixelColor(11, 7), QColor(Qt::white)) << "has neither";
+}
+
 TEST_F(ImageChecks, nothingKeptFailsWithTheWayOut)
 {
     const ImageCheck result = check(picture());
