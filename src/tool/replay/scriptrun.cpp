@@ -110,7 +110,28 @@ QString ScriptRun::prepareDirectories()
         QDir().mkpath(path);
         m_environment.insert(QStringLiteral("XDG_%1_HOME").arg(QLatin1String(name)), path);
     }
+    if (m_options.workers > 1)
+        separateRuntime();
     return QString();
+}
+
+/// Programs of which a user may have one only find each other here.
+void ScriptRun::separateRuntime()
+{
+    const QString path = m_directory.filePath(QStringLiteral("runtime"));
+    if (!QDir().mkdir(path))
+        return;
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    // The servers of the session listen in the user's own.
+    const QString own = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString wayland = qEnvironmentVariable("WAYLAND_DISPLAY", QStringLiteral("wayland-0"));
+    for (const QString &name :
+         {wayland, QStringLiteral("bus"), QStringLiteral("pulse"), QStringLiteral("pipewire-0")}) {
+        const QString server = own + QLatin1Char('/') + name;
+        if (!own.isEmpty() && QFileInfo(name).isRelative() && QFile::exists(server))
+            QFile::link(server, path + QLatin1Char('/') + name);
+    }
+    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), path);
 }
 
 QString ScriptRun::startProgram(const QStringList &words)

@@ -44,6 +44,7 @@ private:
     /// Everything ahead of the script; empty or what is in the way.
     QString setUp(const ScriptSource &source);
     QString prepareDirectories();
+    void separateRuntime();
     QString startProgram(const QStringList &words);
     void runScript(const ScriptSource &source);
     void finishProgram();

@@ -109,6 +109,8 @@ TEST_F(ReplayOptionsTest, workersRunScriptsSideBySideWithSettingsOfTheirOwn)
     const QString one = contentOf(path("one"));
     const QString two = contentOf(path("two"));
     EXPECT_NE(variable(one, "XDG_CONFIG_HOME"), variable(two, "XDG_CONFIG_HOME"));
+    EXPECT_NE(variable(one, "XDG_RUNTIME_DIR"), variable(two, "XDG_RUNTIME_DIR"));
+    EXPECT_FALSE(variable(one, "VANTLE_AGENT_SOCKET").startsWith(variable(one, "XDG_RUNTIME_DIR")));
     EXPECT_NE(variable(one, "VANTLE_AGENT_SOCKET"), variable(two, "VANTLE_AGENT_SOCKET"));
 }
 
