@@ -5,8 +5,10 @@
 #include "tool/exitcode.h"
 #include "tool/programoptions.h"
 #include "tool/replay/replayrun.h"
+#include "tool/replay/scriptsource.h"
 #include "tool/replay/virtualdisplay.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
 namespace Vantle::Tool::Replay {
@@ -62,6 +64,17 @@ QList<Option> options()
     return own + agentOptions();
 }
 
+/// True for what the system runs by itself: a binary, or a text that names its
+/// interpreter.
+bool isProgram(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isExecutable() || !file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray beginning = file.read(4096);
+    return beginning.startsWith("#!") || beginning.contains('\0');
+}
+
 /// Empty, or which script can't be read.
 QString scriptError(const QStringList &scripts)
 {
@@ -69,6 +82,38 @@ QString scriptError(const QStringList &scripts)
         const QFileInfo info(script);
         if (!info.isFile() || !info.isReadable())
             return QStringLiteral("there is no script \"%1\" that can be read").arg(script);
+        QString error;
+        if (isProgram(script))
+            return QStringLiteral("\"%1\" is a program and no script; put \"--\" ahead of the program").arg(script);
+        if (!ScriptSource::read(script, &error))
+            return error;
+    }
+    return QString();
+}
+
+/// The same for every way to write the name of a file, whether or not there is
+/// one by now.
+QString realPath(const QString &file)
+{
+    const QFileInfo info(file);
+    if (info.exists())
+        return info.canonicalFilePath();
+    const QString directory = QFileInfo(info.absolutePath()).canonicalFilePath();
+    return directory + QLatin1Char('/') + info.fileName();
+}
+
+/// Empty, or which script would be lost under a file that is to be written.
+QString overwritingError(const ReplayOptions &options)
+{
+    const QPair<QString, QString> outputs[] = {{recordOption, options.recordFile},
+                                               {treeOption, options.treeFile},
+                                               {junitOption, options.junitFile},
+                                               {reportOption, options.reportFile}};
+    for (const auto &[option, file] : outputs) {
+        for (const QString &script : options.scripts) {
+            if (!file.isEmpty() && realPath(file) == realPath(script))
+                return QStringLiteral("\"--%1 %2\" would overwrite the script \"%3\"").arg(option, file, script);
+        }
     }
     return QString();
 }
@@ -166,6 +211,8 @@ std::optional<ReplayOptions> replayOptions(const Arguments &arguments, QString *
         }
     }
     *error = scriptError(result.scripts);
+    if (error->isEmpty())
+        *error = overwritingError(result);
     if (error->isEmpty())
         *error = combinationError(result);
     return error->isEmpty() ? std::optional(result) : std::nullopt;

@@ -44,6 +44,47 @@ TEST_F(ReplayOptionsTest, mistakesEndWithThreeBeforeAnythingStarts)
     }
 }
 
+TEST_F(ReplayOptionsTest, noFileIsWrittenOverAScript)
+{
+    write("script.js", "test.pass();\n");
+    QDir(path(".")).mkdir(QStringLiteral("sub"));
+    ASSERT_TRUE(QFile::link(path("script.js"), path("link.js")));
+    for (const char *option : {"--record", "--report", "--junit", "--tree"}) {
+        for (const char *file : {"script.js", "sub/../script.js", "link.js"}) {
+            ToolRun &run = start({QLatin1String(option), path(file), path("script.js"), QStringLiteral("--"),
+                                  QStringLiteral(VANTLE_FAKE_PROGRAM), QStringLiteral("note:") + path("notes")});
+            EXPECT_EQ(run.exitCode(), 3) << option;
+            EXPECT_TRUE(run.errors().contains(QStringLiteral("\"%1 %2\" would overwrite the script \"%3\"")
+                                                  .arg(QLatin1String(option), path(file), path("script.js"))))
+                << qPrintable(run.errors());
+        }
+    }
+    EXPECT_EQ(contentOf(path("script.js")), QStringLiteral("test.pass();\n"));
+    EXPECT_FALSE(QFile::exists(path("notes")));
+}
+
+TEST_F(ReplayOptionsTest, aProgramAmongTheScriptsIsNamed)
+{
+    write("script.js", "test.pass();\n");
+    write("run.sh", "#!/bin/sh\n");
+    write("text.js", "test.pass();\n");
+    const auto executable = QFile::ReadOwner | QFile::ExeOwner;
+    ASSERT_TRUE(QFile::setPermissions(path("run.sh"), executable));
+    ASSERT_TRUE(QFile::setPermissions(path("text.js"), executable));
+    for (const QString &program : {path("run.sh"), QStringLiteral(VANTLE_FAKE_PROGRAM)}) {
+        ToolRun &run = start({path("script.js"), program});
+        EXPECT_EQ(run.exitCode(), 3);
+        EXPECT_TRUE(run.errors().contains(
+            QStringLiteral("\"%1\" is a program and no script; put \"--\" ahead of the program").arg(program)));
+        EXPECT_EQ(run.output(), QString());
+    }
+    EXPECT_TRUE(endsWith(0, replayFiles({path("text.js")})));
+    write("binary.js", "test.log('\xff');\n");
+    ToolRun &run = start({path("binary.js")});
+    EXPECT_EQ(run.exitCode(), 3);
+    EXPECT_TRUE(run.errors().contains(QStringLiteral("it is no UTF-8 text"))) << qPrintable(run.errors());
+}
+
 TEST_F(ReplayOptionsTest, optionsMayStandBehindScripts)
 {
     write("good.js", "test.pass();\n");
