@@ -37,6 +37,10 @@ inline constexpr std::array<Named, 6> modifiers{{
 }};
 inline constexpr Named noModifier{0, "NoModifier"};
 
+/// The buttons and the modifiers that functions play; scripts are offered no
+/// others.
+inline constexpr quint32 playable = 0x1e000007;
+
 /// Of `WindowState`; each at the place of its value.
 inline constexpr std::array<const char *, 5> windowStates{"None", "Normal", "Maximize", "Minimize", "Fullscreen"};
 

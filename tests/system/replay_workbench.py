@@ -97,6 +97,30 @@ mouseClick("{WINDOW} Button#countButton", 10, 10, Qt.LeftButton);
         other = self.replay(moved, "--offscreen")
         self.assertEqual(other.status, 1, other.output)
 
+    def test_action_that_takes_longer_than_any_wait_is_no_hang(self):
+        run = self.replay(
+            f'''touchAndDrag("{WINDOW} Rectangle#token", 5, 5, 30, 0, Qt.NoModifier, 5500);\n''',
+            "--offscreen", "--timeout", "1",
+        )
+        self.assertEqual(run.status, 0, run.output)
+
+    def test_members_of_a_font_are_read_and_written(self):
+        run = self.replay(
+            f"""\
+const label = findObject("{WINDOW} Label#status");
+const size = label.font.pixelSize;
+test.verify(size > 0);
+label.font.pixelSize = size + 7;
+test.compare(label.font.pixelSize, size + 7);
+const button = findObject("{WINDOW} Button#countButton");
+button.font = label.font;
+test.compare(button.font.pixelSize, size + 7);
+test.compare(button.font, label.font);
+""",
+            "--offscreen",
+        )
+        self.assertEqual(run.status, 0, run.output)
+
     def test_program_that_is_closed_by_its_last_statement_is_fine(self):
         run = self.replay(f'findObject("{WINDOW}").close();\nwaitForExit(10000);\n')
         self.assertEqual(run.status, 0, run.output)

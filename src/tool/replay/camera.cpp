@@ -40,10 +40,21 @@ Picture Camera::take(const QJsonObject &target, QString *error) const
     return picture;
 }
 
-Picture Camera::glance() const
+Picture Camera::window(const QJsonObject &target) const
 {
     QString error;
-    return isOn() ? take({}, &error) : Picture();
+    Picture picture;
+    if (!target.isEmpty()) {
+        QJsonObject params = target;
+        params.insert(QStringLiteral("window"), true);
+        picture = take(params, &error);
+    }
+    return picture.png.isEmpty() ? take({}, &error) : picture;
+}
+
+Picture Camera::failure(const QJsonObject &target) const
+{
+    return m_showsFailures && m_session->isRunning() ? window(target) : Picture();
 }
 
 } // namespace Vantle::Tool::Replay

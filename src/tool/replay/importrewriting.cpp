@@ -5,6 +5,8 @@
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringList>
 
+#include <algorithm>
+
 namespace Vantle::Tool::Replay {
 
 namespace {
@@ -42,17 +44,17 @@ ImportClause parseClause(const QString &text)
     return clause;
 }
 
-QString importCall(const QString &importer, const QString &module, const ImportClause &clause)
+/// The call that takes the place of one statement.
+QString importCall(const QString &importer, const QString &module, const QStringList &names, int line)
 {
-    QStringList names;
-    for (const QString &name : clause.names)
-        names.append(stringLiteral(name));
-    return QStringLiteral("%1(%2, [%3])").arg(importer, module, names.join(QStringLiteral(", ")));
+    QStringList literals;
+    for (const QString &name : names)
+        literals.append(stringLiteral(name));
+    return QStringLiteral("%1(%2, [%3], %4)").arg(importer, module, literals.join(QStringLiteral(", "))).arg(line);
 }
 
-QString importStatement(const QString &importer, const QString &module, const ImportClause &clause)
+QString importStatement(const QString &call, const ImportClause &clause)
 {
-    const QString call = importCall(importer, module, clause);
     if (!clause.everything.isEmpty() && clause.defaultName.isEmpty())
         return QStringLiteral("const %1 = %2;").arg(clause.everything, call);
     if (!clause.everything.isEmpty())
@@ -62,57 +64,125 @@ QString importStatement(const QString &importer, const QString &module, const Im
     return QStringLiteral("const { %1 } = %2;").arg(clause.patterns.join(QStringLiteral(", ")), call);
 }
 
-/// One piece of the text and what takes its place.
+/// One statement: its piece of the text, what stays there, and what comes ahead
+/// of everything else.
 struct Replacement
 {
     qsizetype begin = 0;
     qsizetype length = 0;
     QString text;
+    QString hoisted;
 };
 
-QList<Replacement> importReplacements(const QString &text, const QString &code, const QString &importer)
+/// As many line ends as there were.
+QString lineEndsOf(const QString &text)
 {
-    // Literals are blank in the code, but for their quotes.
-    static const QRegularExpression statement(QStringLiteral(
-        "(?<=^|[;\\n}])([ \\t]*)import(?:\\s*([\\w$*{][^;\"'()]*?)\\bfrom)?\\s*([\"'] *[\"'])[ \\t]*;?"));
-    QList<Replacement> result;
-    auto matches = statement.globalMatch(code);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        const QString module = text.mid(match.capturedStart(3), match.capturedLength(3));
-        const QString clause = match.captured(2);
-        const QString lineEnds(match.captured().count(QLatin1Char('\n')), QLatin1Char('\n'));
-        result.append({match.capturedStart(), match.capturedLength(),
-                       match.captured(1) + importStatement(importer, module, parseClause(clause)) + lineEnds});
-    }
-    return result;
+    return QString(text.count(QLatin1Char('\n')), QLatin1Char('\n'));
 }
 
-QList<Replacement> exportReplacements(const QString &code)
+/// Walks over the statements of one text. Literals are blank in the code, but
+/// for their quotes.
+class Rewriting
 {
-    static const QRegularExpression statement(
-        QStringLiteral("(?<=^|[;\\n}])([ \\t]*)export\\b(?:\\s+default\\b|\\s*\\{[^}]*\\}[ \\t]*;?)?"));
-    QList<Replacement> result;
-    auto matches = statement.globalMatch(code);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        const QString lineEnds(match.captured().count(QLatin1Char('\n')), QLatin1Char('\n'));
-        result.append({match.capturedStart(), match.capturedLength(), match.captured(1) + lineEnds});
+public:
+    Rewriting(const QString &text, const QString &code, const QString &importer)
+        : m_text(text)
+        , m_code(code)
+        , m_importer(importer)
+    {
     }
-    return result;
-}
+
+    QList<Replacement> run()
+    {
+        addImports();
+        addExportsFromElsewhere();
+        addExports();
+        std::sort(m_replacements.begin(), m_replacements.end(),
+                  [](const Replacement &one, const Replacement &other) { return one.begin < other.begin; });
+        return m_replacements;
+    }
+
+private:
+    QString moduleIn(const QRegularExpressionMatch &match, int group) const
+    {
+        return m_text.mid(match.capturedStart(group), match.capturedLength(group));
+    }
+
+    int lineOf(const QRegularExpressionMatch &match) const
+    {
+        return static_cast<int>(QStringView(m_text).first(match.capturedEnd(1)).count(QLatin1Char('\n'))) + 1;
+    }
+
+    void add(const QRegularExpressionMatch &match, const QString &rest, const QString &hoisted = QString())
+    {
+        m_replacements.append({match.capturedStart(), match.capturedLength(),
+                               match.captured(1) + rest + lineEndsOf(match.captured()), hoisted});
+    }
+
+    void addImports()
+    {
+        static const QRegularExpression statement(QStringLiteral(
+            "(?<=^|[;\\n}])([ \\t]*)import(?:\\s*([\\w$*{][^;\"'()]*?)\\bfrom)?\\s*([\"'] *[\"'])[ \\t]*;?"));
+        auto matches = statement.globalMatch(m_code);
+        while (matches.hasNext()) {
+            const auto match = matches.next();
+            const ImportClause clause = parseClause(match.captured(2));
+            add(match, QString(),
+                importStatement(importCall(m_importer, moduleIn(match, 3), clause.names, lineOf(match)), clause));
+        }
+    }
+
+    /// Nobody imports the script itself: all that is left of such an export is
+    /// that the module runs and has these names.
+    void addExportsFromElsewhere()
+    {
+        static const QRegularExpression statement(
+            QStringLiteral("(?<=^|[;\\n}])([ \\t]*)export\\s*(?:\\*(?:\\s*as\\s+[\\w$]+)?|(\\{[^}]*\\}))\\s*from\\s*"
+                           "([\"'] *[\"'])[ \\t]*;?"));
+        auto matches = statement.globalMatch(m_code);
+        while (matches.hasNext()) {
+            const auto match = matches.next();
+            const QStringList names = parseClause(match.captured(2)).names;
+            add(match, QString(), importCall(m_importer, moduleIn(match, 3), names, lineOf(match)) + QLatin1Char(';'));
+        }
+    }
+
+    void addExports()
+    {
+        static const QRegularExpression statement(QStringLiteral(
+            "(?<=^|[;\\n}])([ \\t]*)export\\b(?!\\s*\\*)(?!\\s*\\{[^}]*\\}\\s*from\\b)"
+            "(?:(\\s+default\\b)(?!\\s+(?:async\\s+)?(?:function\\b\\s*\\*?|class\\b)\\s*(?!extends\\b)[\\w$])|"
+            "\\s+default\\b|\\s*\\{[^}]*\\}[ \\t]*;?)?"));
+        auto matches = statement.globalMatch(m_code);
+        while (matches.hasNext()) {
+            const auto match = matches.next();
+            // What has no name is an expression.
+            add(match, match.captured(2).isEmpty() ? QString() : QStringLiteral("void"));
+        }
+    }
+
+    const QString &m_text;
+    const QString &m_code;
+    const QString &m_importer;
+    QList<Replacement> m_replacements;
+};
 
 } // namespace
 
 QString withoutModuleSyntax(const QString &text, const QString &code, const QString &importer)
 {
-    QList<Replacement> replacements = importReplacements(text, code, importer) + exportReplacements(code);
-    std::sort(replacements.begin(), replacements.end(),
-              [](const Replacement &one, const Replacement &other) { return one.begin > other.begin; });
-    QString result = text;
-    for (const Replacement &replacement : std::as_const(replacements))
-        result.replace(replacement.begin, replacement.length, replacement.text);
-    return result;
+    const QList<Replacement> replacements = Rewriting(text, code, importer).run();
+    QString hoisted;
+    QString body;
+    qsizetype from = 0;
+    for (const Replacement &replacement : replacements) {
+        hoisted += replacement.hoisted;
+        body += QStringView(text).sliced(from, replacement.begin - from);
+        body += replacement.text;
+        from = replacement.begin + replacement.length;
+    }
+    body += QStringView(text).sliced(from);
+    return hoisted + QLatin1Char('\n') + body;
 }
 
 } // namespace Vantle::Tool::Replay

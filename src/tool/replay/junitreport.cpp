@@ -7,6 +7,7 @@
 #include <QtCore/QXmlStreamWriter>
 
 #include <algorithm>
+#include <optional>
 
 namespace Vantle::Tool::Replay {
 
@@ -43,9 +44,20 @@ Case caseOf(const Step &step)
         const QStringList reasons = reasonLines(step);
         result.element = step.state == Step::Failed ? QStringLiteral("failure") : QStringLiteral("error");
         result.message = reasons.value(0);
-        result.details = failureLines(step).join(QLatin1Char('\n'));
+        QStringList lines = failureLines(step);
+        if (!step.pictureFile.isEmpty())
+            lines.append(QStringLiteral("  picture: ") + step.pictureFile);
+        result.details = lines.join(QLatin1Char('\n'));
     }
     return result;
+}
+
+/// The step whose error the script did not catch.
+std::optional<Step> endingError(const ScriptResult &result)
+{
+    const auto found = std::find_if(result.steps.cbegin(), result.steps.cend(),
+                                    [](const Step &step) { return step.state == Step::Broken; });
+    return found == result.steps.cend() ? std::nullopt : std::optional(*found);
 }
 
 Case caseOfScript(const ScriptResult &result)
@@ -55,6 +67,10 @@ Case caseOfScript(const ScriptResult &result)
         whole.element = QStringLiteral("error");
         whole.message = result.message;
         whole.details = lastLines(result.programOutput, 50).join(QLatin1Char('\n'));
+    } else if (const auto end = endingError(result)) {
+        whole.element = QStringLiteral("error");
+        whole.message = result.message;
+        whole.details = QStringLiteral("ended by the error at ") + positionText(end->position);
     }
     return whole;
 }

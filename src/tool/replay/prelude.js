@@ -5,9 +5,13 @@
 
     const remote = Symbol("remote object");
     const shape = Symbol("type of a value");
+    const written = Symbol("value with members as the program writes it");
     const objects = new Map();
     const methods = new WeakMap();
     const limit = host.waitLimit;
+
+    // Each program counts its objects from 1 on.
+    let program = 0;
 
     const here = () => new Error().stack;
 
@@ -65,7 +69,9 @@
         if (typeof value !== "object")
             return value;
         if (value[remote])
-            return value[remote];
+            return { object: handleOf(value[remote]) };
+        if (value[written])
+            return value[written];
         if (Array.isArray(value))
             return value.map(encode);
         if (value instanceof Date)
@@ -110,6 +116,8 @@
     function textOf(reference) {
         let name = reference.name;
         if (name === undefined) {
+            if (reference.program !== program)
+                return reference.class + " of a program that has ended";
             try {
                 name = ask("", "name", "describe", { object: reference.object }).name;
             } catch (error) {
@@ -119,19 +127,75 @@
         return name || reference.class + " without a name";
     }
 
+    /// The handle by which the program knows an object.
+    function handleOf(reference) {
+        if (reference.program === program)
+            return reference.object;
+        const message = `${reference.name || reference.class} belongs to a program that has ended; look for it again`;
+        throw errorOf({ name: "ObjectGone", error: message, failure: host.fail(0, message, 0) });
+    }
+
     const isMethod = value => typeof value === "object" && value !== null && value.type === "method";
 
     function methodOf(reference, name) {
         const method = (...values) => {
-            const params = { object: reference.object, method: name, arguments: values.map(encode), named: false };
+            const params = { object: handleOf(reference), method: name, arguments: values.map(encode), named: false };
             return decode(ask("action", name, "invoke", params).result);
         };
         methods.set(method, () => `"${name}" is a method of ${textOf(reference)}: call it`);
         return method;
     }
 
-    function propertiesOf(reference, name) {
-        return ask("", name, "properties", { object: reference.object, names: [name], named: false }).properties;
+    function propertiesOf(reference, path) {
+        const params = { object: handleOf(reference), names: [path], named: false };
+        return ask("", path, "properties", params).properties;
+    }
+
+    function read(reference, path) {
+        const found = propertiesOf(reference, path)[path];
+        if (isMethod(found))
+            return methodOf(reference, path);
+        return found !== null && found.members ? valueWithMembers(reference, path, found) : decode(found);
+    }
+
+    function write(reference, path, value) {
+        const params = { object: handleOf(reference), property: path, value: encode(value) };
+        ask("write", path, "setProperty", params);
+        return true;
+    }
+
+    function hasProperty(reference, path) {
+        try {
+            propertiesOf(reference, path);
+            return true;
+        } catch (error) {
+            if (error.name === "AgentError")
+                return false;
+            throw error;
+        }
+    }
+
+    function refuseToDelete() {
+        throw new TypeError("a property of the program can't be deleted");
+    }
+
+    /// A font, say: its text, whose members lead back to the object.
+    function valueWithMembers(reference, path, value) {
+        const own = { type: value.type, text: value.text };
+        return new Proxy({}, {
+            get(target, name) {
+                if (name === written)
+                    return own;
+                if (name === "toString" || name === "toJSON" || name === "valueOf" || name === Symbol.toPrimitive)
+                    return () => own.text;
+                if (typeof name === "symbol" || name === "then")
+                    return undefined;
+                return read(reference, `${path}.${name}`);
+            },
+            set: (target, name, member) => write(reference, `${path}.${String(name)}`, member),
+            has: (target, name) => typeof name !== "symbol" && hasProperty(reference, `${path}.${name}`),
+            deleteProperty: refuseToDelete,
+        });
     }
 
     const traps = {
@@ -144,29 +208,13 @@
             // Promises ask every object whether it is one of them.
             if (typeof name === "symbol" || name === "then")
                 return undefined;
-            const read = propertiesOf(reference, name);
-            return isMethod(read[name]) ? methodOf(reference, name) : decode(read[name]);
+            return read(reference, name);
         },
-        set(target, name, value) {
-            const params = { object: target[remote].object, property: String(name), value: encode(value) };
-            ask("write", String(name), "setProperty", params);
-            return true;
-        },
+        set: (target, name, value) => write(target[remote], String(name), value),
         has(target, name) {
-            if (typeof name === "symbol")
-                return name === remote;
-            try {
-                propertiesOf(target[remote], name);
-                return true;
-            } catch (error) {
-                if (error.name === "AgentError")
-                    return false;
-                throw error;
-            }
+            return typeof name === "symbol" ? name === remote : hasProperty(target[remote], name);
         },
-        deleteProperty() {
-            throw new TypeError("a property of the program can't be deleted");
-        },
+        deleteProperty: refuseToDelete,
         ownKeys() {
             return [remote];
         },
@@ -177,7 +225,7 @@
         const known = objects.get(reference.object);
         if (known)
             return known;
-        const object = new Proxy({ [remote]: reference }, traps);
+        const object = new Proxy({ [remote]: Object.assign({ program }, reference) }, traps);
         objects.set(reference.object, object);
         return object;
     }
@@ -191,7 +239,7 @@
         if (value === undefined || value === null)
             return {};
         if (isRemote(value))
-            return { object: value[remote].object };
+            return { object: handleOf(value[remote]) };
         if (typeof value === "string")
             return { name: value };
         throw new TypeError("an object or the name of one is expected, not " + shown(value));
@@ -302,6 +350,8 @@
             return String(value);
         if (isRemote(value))
             return textOf(value[remote]);
+        if (value[written])
+            return JSON.stringify(value[written].text);
         if (value instanceof Date || value instanceof RegExp || value instanceof Error)
             return String(value);
         if (depth > 3)
@@ -318,8 +368,13 @@
             || Math.abs(one - other) <= 1e-12 * Math.max(Math.abs(one), Math.abs(other));
     }
 
+    // Values with members are compared by their texts.
+    const plain = value => typeof value === "object" && value !== null && value[written] ? value[written].text : value;
+
     /// Adds what differs between two values to `list`, each with its place.
-    function differences(actual, expected, place, list) {
+    function differences(actualValue, expectedValue, place, list) {
+        const actual = plain(actualValue);
+        const expected = plain(expectedValue);
         const areNumbers = typeof actual === "number" && typeof expected === "number";
         if (areNumbers ? sameNumber(actual, expected) : actual === expected)
             return list;
@@ -376,11 +431,15 @@
         if (typeof file !== "string" || !file)
             throw new TypeError("test.compareImage expects the name of the kept picture, not " + shown(file));
         const settings = Object.assign({ tolerance: 0, pixels: 0 }, options);
+        const highest = { tolerance: 255, pixels: Number.MAX_SAFE_INTEGER };
         for (const key of Object.keys(settings)) {
-            if (key !== "tolerance" && key !== "pixels")
+            if (!(key in highest))
                 throw new TypeError(`test.compareImage knows the options tolerance and pixels, not "${key}"`);
-            if (typeof settings[key] !== "number" || !(settings[key] >= 0))
-                throw new TypeError(`the option "${key}" of test.compareImage is a number from 0 on`);
+            if (!Number.isInteger(settings[key]) || settings[key] < 0 || settings[key] > highest[key]) {
+                const range = key === "pixels" ? "from 0 on" : "from 0 to 255";
+                throw new TypeError(`the option "${key}" of test.compareImage is a whole number ${range}, not `
+                    + shown(settings[key]));
+            }
         }
         const { tolerance, pixels } = settings;
         return resultOf(host.compareImage(JSON.stringify(target(of)), file, tolerance, pixels, here()));
@@ -415,6 +474,7 @@
         if (!words.every(word => typeof word === "string"))
             throw new TypeError("startApplication expects a program and its arguments as texts");
         objects.clear();
+        ++program;
         defineFunctions(resultOf(host.start(JSON.stringify(words), here())));
     };
 
@@ -422,19 +482,29 @@
     global.waitForExit = time => resultOf(host.waitForExit(milliseconds(time), here()));
     own.add("startApplication").add("closeApplication").add("waitForExit");
 
+    /// A misspelt enumerator would be no value at all, and go unnoticed.
+    const complete = (name, values) => new Proxy(Object.freeze(values), {
+        get(target, key) {
+            if (typeof key === "symbol" || key in target)
+                return target[key];
+            throw new TypeError(`scripts have no ${name}.${key}; there are ${Object.keys(target).join(", ")}`);
+        },
+    });
+
     for (const name of Object.keys(enumerators)) {
-        global[name] = Object.freeze(enumerators[name]);
+        global[name] = complete(name, enumerators[name]);
         own.add(name);
     }
 
-    global.$vantleImport = (file, names) => {
-        const module = host.importModule(file, here());
+    global.$vantleImport = (file, names, line) => {
+        const module = host.importModule(file, line, here());
         if (typeof module === "string")
             throw new Error(module);
         for (const name of names) {
             if (!(name in module))
                 throw new SyntaxError(`"${file}" exports no "${name}"`);
         }
+        host.endImport();
         return module;
     };
     own.add("$vantleImport");

@@ -4,6 +4,7 @@
 #include "tool/signalnames.h"
 
 #include <QtCore/QDeadlineTimer>
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QTimer>
 
 #include <algorithm>
@@ -23,6 +24,14 @@ constexpr std::chrono::seconds quitLimit(5);
 
 // The signals themselves are given five seconds by ProgramUnderTest.
 constexpr std::chrono::seconds endLimit(10);
+
+// Between two questions whether a long action is still being played.
+constexpr std::chrono::milliseconds signOfLifeInterval(200);
+
+QString secondsText(std::chrono::milliseconds time)
+{
+    return QStringLiteral("%1 s").arg(static_cast<double>((time.count() + 50) / 100) / 10.0);
+}
 
 } // namespace
 
@@ -89,41 +98,93 @@ void ProgramSession::listen()
             [this](const QString &reason) { Q_EMIT logged(true, QStringLiteral("lost the agent: %1").arg(reason)); });
 }
 
-Answer ProgramSession::request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit)
+std::optional<Answer> ProgramSession::whyNoRequest()
 {
     if (m_stopped)
-        return {Answer::Stopped, {}, {Protocol::InternalError, QStringLiteral("the replay was stopped")}};
+        return Answer{Answer::Stopped, {}, {Protocol::InternalError, QStringLiteral("the replay was stopped")}};
     if (!m_program)
-        return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("no program was started")}};
+        return Answer{Answer::NoProgram, {}, {Protocol::Disconnected, noProgramText()}};
     if (m_end || !m_program->connection()) {
         waitForEnd(quitLimit);
-        return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("the program ") + endText()}};
+        return Answer{Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("the program ") + endText()}};
     }
+    return std::nullopt;
+}
 
-    // Shared with the handler, which may be called after this has returned.
+ProgramSession::Pending ProgramSession::send(const QString &method, const QJsonObject &params)
+{
+    // Shared with the handler, which may be called after its request was given up.
     const auto reply = std::make_shared<std::optional<Reply>>();
+    if (!m_program->connection())
+        return reply;
     const QPointer<ProgramSession> self(this);
     m_program->connection()->sendRequest(method, params, [reply, self](const Reply &answer) {
         *reply = answer;
         if (self)
             self->wake();
     });
-    const bool answered = runUntil([&] { return reply->has_value(); }, limit);
+    return reply;
+}
+
+Answer ProgramSession::answerFrom(const Pending &reply, const QString &whatIsWrong)
+{
     if (m_stopped)
         return {Answer::Stopped, {}, {Protocol::InternalError, QStringLiteral("the replay was stopped")}};
-    if (!answered) {
-        const QString seconds = QString::number(static_cast<double>(limit.count()) / 1000.0);
-        return {Answer::TimedOut,
-                {},
-                {Protocol::InternalError,
-                 QStringLiteral("the program did not answer within %1 s: its event loop hangs").arg(seconds)}};
-    }
+    if (!reply->has_value())
+        return {Answer::TimedOut, {}, {Protocol::InternalError, whatIsWrong}};
     if (!(*reply)->isError())
         return {Answer::Result, (*reply)->result, {}};
     if ((*reply)->error->code != Protocol::Disconnected)
         return {Answer::Refused, {}, *(*reply)->error};
     waitForEnd(quitLimit);
     return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("the program ") + endText()}};
+}
+
+Answer ProgramSession::request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit)
+{
+    if (const auto obstacle = whyNoRequest())
+        return *obstacle;
+    const Pending reply = send(method, params);
+    runUntil([&] { return reply->has_value(); }, limit);
+    return answerFrom(reply, QStringLiteral("the program did not answer within %1").arg(secondsText(limit)));
+}
+
+Answer ProgramSession::request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit,
+                               std::chrono::milliseconds patience)
+{
+    if (const auto obstacle = whyNoRequest())
+        return *obstacle;
+    const Pending reply = send(method, params);
+    QElapsedTimer clock;
+    clock.start();
+    QString problem;
+    while (!runUntil([&] { return reply->has_value(); }, limit) && !m_stopped) {
+        problem = whyOverdue(reply, std::chrono::milliseconds(clock.elapsed()) + patience, patience);
+        if (!problem.isEmpty())
+            break;
+        limit = signOfLifeInterval;
+    }
+    return answerFrom(reply, problem);
+}
+
+QString ProgramSession::whyOverdue(const Pending &reply, std::chrono::milliseconds waited,
+                                   std::chrono::milliseconds patience)
+{
+    const QDeadlineTimer deadline(patience);
+    const Pending life = send(Protocol::Method::ping, {});
+    runUntil([&] { return reply->has_value() || life->has_value(); }, patience);
+    if (reply->has_value() || m_stopped)
+        return QString();
+    const QString noAnswer = QStringLiteral("the program did not answer within %1: ").arg(secondsText(waited));
+    if (!life->has_value())
+        return noAnswer + QStringLiteral("its event loop hangs");
+    if ((*life)->result.toObject().value(QLatin1String("playing")).toBool())
+        return QString();
+    // What was played has just come to its end, or something keeps the call
+    // from coming back: a method, say, that shows a dialog and waits for it.
+    runUntil([&] { return reply->has_value(); }, std::chrono::milliseconds(deadline.remainingTime()));
+    return reply->has_value() ? QString()
+                              : noAnswer + QStringLiteral("its event loop runs, but what was called has not come back");
 }
 
 bool ProgramSession::pause(std::chrono::milliseconds time)
@@ -167,6 +228,12 @@ void ProgramSession::stop()
     if (m_ending && isRunning())
         m_program->kill();
     wake();
+}
+
+QString ProgramSession::noProgramText()
+{
+    return QStringLiteral("no program was started: put \"-- PROGRAM\" behind the scripts, or call startApplication "
+                          "first");
 }
 
 QString ProgramSession::endText() const

@@ -20,10 +20,11 @@ struct Answer
 {
     enum Kind {
         Result,
-        Refused,  ///< the agent answered with an error
-        Ended,    ///< there is no program (any more)
-        TimedOut, ///< the program did not answer: it hangs
-        Stopped,  ///< the user ended the replay
+        Refused,   ///< the agent answered with an error
+        NoProgram, ///< none was started
+        Ended,     ///< there is no program any more
+        TimedOut,  ///< the program did not answer: it hangs
+        Stopped,   ///< the user ended the replay
     };
 
     Kind kind = Result;
@@ -49,6 +50,13 @@ public:
     /// Sends a request and waits for the answer.
     Answer request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit);
 
+    /// The same for what the agent may take its time over: \p limit until it
+    /// has to be at it, and then as long as it says that it is playing input.
+    /// Without an answer and without a sign of life of the event loop for
+    /// \p patience the program hangs.
+    Answer request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit,
+                   std::chrono::milliseconds patience);
+
     /// Waits for a time. False if the program ended or the user stopped it
     /// before.
     bool pause(std::chrono::milliseconds time);
@@ -67,6 +75,9 @@ public:
     /// True from the success of start() until the program has ended.
     bool isRunning() const { return m_program != nullptr && !m_end; }
     bool wasStarted() const { return m_program != nullptr; }
+
+    /// What to do about a script that has no program.
+    static QString noProgramText();
 
     /// How the program ended by itself; nothing while it runs or if it was
     /// ended by force.
@@ -87,8 +98,15 @@ Q_SIGNALS:
     void logged(bool isWarning, const QString &text);
 
 private:
+    using Pending = std::shared_ptr<std::optional<Protocol::Reply>>;
+
     void listen();
     void wake();
+    std::optional<Answer> whyNoRequest();
+    Pending send(const QString &method, const QJsonObject &params);
+    Answer answerFrom(const Pending &reply, const QString &whatIsWrong);
+    /// What keeps a request that is overdue. Empty if it is just being played.
+    QString whyOverdue(const Pending &reply, std::chrono::milliseconds waited, std::chrono::milliseconds patience);
     /// Runs an event loop until \p done holds. False if \p limit passed or
     /// stop() was called before.
     bool runUntil(const std::function<bool()> &done, std::chrono::milliseconds limit);

@@ -2,6 +2,7 @@
 
 #include "tool/console.h"
 #include "tool/exitcode.h"
+#include "tool/replay/failurepictures.h"
 #include "tool/replay/htmlreport.h"
 #include "tool/replay/junitreport.h"
 
@@ -91,6 +92,12 @@ void ReplayRun::finish()
 
 void ReplayRun::writeReports()
 {
+    if (!m_options.junitFile.isEmpty()) {
+        const QString error = keepFailurePictures(&m_results, m_options.junitFile);
+        if (!error.isEmpty())
+            Console::say(error);
+        m_reportFailed = !error.isEmpty();
+    }
     if (!m_options.junitFile.isEmpty() && !writeReport(m_options.junitFile, junitReport(m_results)))
         m_reportFailed = true;
     if (!m_options.reportFile.isEmpty() && !writeReport(m_options.reportFile, htmlReport(m_results)))

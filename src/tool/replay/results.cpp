@@ -10,7 +10,9 @@ QString PictureStore::add(const Picture &picture)
 {
     if (picture.png.isEmpty())
         return QString();
-    const QByteArray hash = QCryptographicHash::hash(picture.png, QCryptographicHash::Sha1);
+    // Two windows may look the same.
+    const QByteArray content = picture.png + QByteArray::number(picture.window);
+    const QByteArray hash = QCryptographicHash::hash(content, QCryptographicHash::Sha1);
     const QString key = QString::fromLatin1(hash.toHex().first(16));
     m_pictures.insert(key, picture);
     return key;

@@ -101,6 +101,7 @@ struct Step
     QString after;
     QString kept; ///< the pictures of a comparison of pictures
     QString difference;
+    QString pictureFile;          ///< where the picture of a failure was kept, as reports name it
     std::optional<QPointF> point; ///< of the action, in the window that is shown
 };
 

@@ -30,10 +30,14 @@ QJSValue enumerators(QJSEngine *engine)
     };
     define(Enumerators::noButton);
     define(Enumerators::noModifier);
-    for (const Enumerators::Named &named : Enumerators::buttons)
-        define(named);
-    for (const Enumerators::Named &named : Enumerators::modifiers)
-        define(named);
+    for (const Enumerators::Named &named : Enumerators::buttons) {
+        if (named.value & Enumerators::playable)
+            define(named);
+    }
+    for (const Enumerators::Named &named : Enumerators::modifiers) {
+        if (named.value & Enumerators::playable)
+            define(named);
+    }
 
     QJSValue windowState = engine->newObject();
     int value = 0;
@@ -83,8 +87,7 @@ QString ScriptEngine::defineFunctions()
 std::optional<ScriptError> ScriptEngine::run(const ScriptSource &source, const QString &path)
 {
     QStringList trace;
-    // Ahead of the first line, so that no column moves.
-    const QString text = QStringLiteral("\"use strict\";\n") + source.asPlainScript(importerName);
+    const QString text = QStringLiteral("\"use strict\"; ") + source.asPlainScript(importerName);
     const QJSValue value = m_engine.evaluate(text, path, 0, &trace);
     if (trace.isEmpty() && !value.isError())
         return std::nullopt;

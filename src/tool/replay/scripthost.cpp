@@ -4,8 +4,10 @@
 #include "tool/replay/imagecheck.h"
 #include "tool/replay/stacktrace.h"
 
+#include <QtCore/QDeadlineTimer>
 #include <QtCore/QDir>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtQml/QJSEngine>
@@ -23,8 +25,12 @@ using namespace std::chrono_literals;
 // to wait; after that it counts as hanging.
 constexpr std::chrono::milliseconds shortestPatience = 3s;
 
+// What moves is somewhere else after this.
+constexpr std::chrono::milliseconds timeOfTwoFrames = 40ms;
+
 const QString actionKind = QStringLiteral("action");
 const QString objectKey = QStringLiteral("object");
+const QString nameKey = QStringLiteral("name");
 const QString windowKey = QStringLiteral("window");
 
 Step::Kind kindOf(const QString &name)
@@ -57,6 +63,7 @@ QString resultJson(const QJsonValue &result)
 QString errorName(const Answer &answer)
 {
     switch (answer.kind) {
+    case Answer::NoProgram: return ScriptHost::noProgramName();
     case Answer::Ended: return ScriptHost::programEndedName();
     case Answer::TimedOut: return QStringLiteral("ProgramHangs");
     case Answer::Stopped: return QStringLiteral("Stopped");
@@ -72,6 +79,22 @@ QString errorName(const Answer &answer)
     }
 }
 
+/// The object that a request is about: its own target, or what the function that
+/// it calls takes first. Empty if there is none.
+QJsonObject targetOf(const QString &method, const QJsonObject &params)
+{
+    const bool isCall = method == Protocol::Method::call;
+    const QJsonValue first = isCall ? params.value(QLatin1String("arguments")).toArray().at(0) : QJsonValue();
+    if (first.isString())
+        return {{nameKey, first}};
+    const QJsonObject holder = isCall ? first.toObject() : params;
+    for (const QString &key : {objectKey, nameKey}) {
+        if (holder.contains(key))
+            return {{key, holder.value(key)}};
+    }
+    return {};
+}
+
 QString defaultMessage(const QString &function, bool hasDifferences)
 {
     if (function == QLatin1String("test.fail"))
@@ -83,6 +106,7 @@ QString defaultMessage(const QString &function, bool hasDifferences)
 
 bool writeFile(const QString &path, const QByteArray &content, QString *error)
 {
+    QDir().mkpath(QFileInfo(path).path());
     QFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush())
         return true;
@@ -99,13 +123,18 @@ ScriptHost::ScriptHost(QJSEngine *engine, ProgramSession *session, StepRecorder 
     , m_recorder(recorder)
     , m_options(options)
     , m_starter(std::move(starter))
-    , m_camera(session, !options.reportFile.isEmpty())
+    , m_camera(session, options)
 {
 }
 
 QString ScriptHost::programEndedName()
 {
     return QStringLiteral("ProgramEnded");
+}
+
+QString ScriptHost::noProgramName()
+{
+    return QStringLiteral("NoProgram");
 }
 
 QString ScriptHost::startFailedName()
@@ -137,14 +166,16 @@ QString ScriptHost::perform(const QString &kind, const QString &function, const 
 {
     const int step = kind.isEmpty() ? 0 : m_recorder->begin(kindOf(kind), function, stack);
     const bool isAction = kind == actionKind;
+    const QJsonObject request = objectOf(params);
+    const QJsonObject target = targetOf(method, request);
     if (isAction)
-        showBefore(step);
+        showBefore(step, target);
     const bool wasRunning = m_session->isRunning();
-    Answer answer = requestWithin(method, objectOf(params));
+    Answer answer = requestWithin(method, request);
     // A click may end the program, and then does what it should.
     if (isAction && wasRunning && answer.kind == Answer::Ended && !m_session->isRunning() && !m_session->diedBadly())
         answer = {Answer::Result, QJsonObject(), {}};
-    const QString text = reply(step, answer);
+    const QString text = reply(step, answer, target);
     if (isAction && answer.kind == Answer::Result)
         showAfter(step, answer.result.toObject());
     return text;
@@ -163,7 +194,8 @@ void ScriptHost::end(int step)
 int ScriptHost::fail(int step, const QString &message, int cause)
 {
     const int number = m_recorder->addFailure(step, message, m_recorder->explanationOfFailure(cause));
-    m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+    if (step != 0)
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.failure());
     return number;
 }
 
@@ -201,7 +233,7 @@ void ScriptHost::check(bool passed, const QString &function, const QString &mess
             m_recorder->step(step).values.append(*difference);
     }
     if (!passed)
-        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.failure());
     const bool explain = !passed && message.isEmpty();
     m_recorder->end(step, passed ? Step::Passed : Step::Failed,
                     explain ? defaultMessage(function, !list.isEmpty()) : message);
@@ -219,9 +251,12 @@ void ScriptHost::log(const QString &function, const QString &text, bool isWarnin
 QString ScriptHost::screenshot(const QString &target, const QString &file, const QString &stack)
 {
     const int step = m_recorder->begin(Step::Screenshot, QStringLiteral("test.screenshot"), stack);
+    QString problem;
+    const Picture picture = pictureFor(step, target, &problem);
+    if (!problem.isEmpty())
+        return problem;
     QString error;
-    const Picture picture = m_camera.take(objectOf(target), &error);
-    if (error.isEmpty() && !file.isEmpty())
+    if (!file.isEmpty())
         writeFile(pathOf(file), picture.png, &error);
     if (!error.isEmpty())
         return failure(step, QStringLiteral("ScreenshotFailed"), error);
@@ -234,10 +269,10 @@ QString ScriptHost::compareImage(const QString &target, const QString &file, int
                                  const QString &stack)
 {
     const int step = m_recorder->begin(Step::Check, QStringLiteral("test.compareImage"), stack);
-    QString error;
-    const Picture picture = m_camera.take(objectOf(target), &error);
-    if (!error.isEmpty())
-        return failure(step, QStringLiteral("ScreenshotFailed"), error);
+    QString problem;
+    const Picture picture = pictureFor(step, target, &problem);
+    if (!problem.isEmpty())
+        return problem;
     const PictureTolerance allowed{tolerance, static_cast<qint64>(pixels)};
     const ImageCheck result = checkImage(picture.png, pathOf(file), allowed, m_options.updateImages);
     Step &checked = m_recorder->step(step);
@@ -261,14 +296,15 @@ QString ScriptHost::start(const QString &words, const QString &stack)
     if (!error.isEmpty())
         return failure(step, startFailedName(), error);
     m_recorder->end(step, Step::Passed, m_session->description());
-    m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+    if (m_camera.showsSteps())
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.window({}));
     return resultJson(names);
 }
 
 QString ScriptHost::close(const QString &stack)
 {
     const int step = m_recorder->begin(Step::Action, QStringLiteral("closeApplication"), stack);
-    showBefore(step);
+    showBefore(step, {});
     m_session->finish();
     return exitReply(step);
 }
@@ -289,7 +325,7 @@ QString ScriptHost::exitReply(int step)
 {
     const auto &end = m_session->end();
     if (!end)
-        return failure(step, programEndedName(), QStringLiteral("no program was started"));
+        return failure(step, noProgramName(), ProgramSession::noProgramText());
     if (end->crashed)
         return failure(step, programEndedName(), QStringLiteral("the program ") + m_session->endText());
     m_endExpected = true;
@@ -297,8 +333,9 @@ QString ScriptHost::exitReply(int step)
     return resultJson(end->requested ? QJsonValue() : QJsonValue(end->number));
 }
 
-QJSValue ScriptHost::importModule(const QString &file, const QString &stack)
+QJSValue ScriptHost::importModule(const QString &file, int line, const QString &stack)
 {
+    m_recorder->setImportLine(line);
     const QList<Position> positions = positionsOfStack(stack);
     const QString importing = positions.isEmpty() ? QString() : positions.first().file;
     const QString path = QDir(QFileInfo(importing).path()).absoluteFilePath(file);
@@ -316,34 +353,100 @@ QJSValue ScriptHost::importModule(const QString &file, const QString &stack)
     return message;
 }
 
+void ScriptHost::endImport()
+{
+    m_recorder->setImportLine(0);
+}
+
 Answer ScriptHost::requestWithin(const QString &method, const QJsonObject &params)
 {
     const std::chrono::milliseconds waiting(params.value(QLatin1String("timeout")).toInt());
-    return m_session->request(method, params, waiting + std::max(m_options.waitLimit, shortestPatience));
+    return m_session->request(method, params, waiting,
+                              std::max<std::chrono::milliseconds>(m_options.waitLimit, shortestPatience));
 }
 
-QString ScriptHost::reply(int step, const Answer &answer)
+/// Waits until the object is there, visible, and at rest, and gives its handle
+/// as the target of further requests.
+Answer ScriptHost::findAtRest(const QJsonObject &target)
+{
+    if (target.isEmpty())
+        return {Answer::Result, target, {}};
+    const QDeadlineTimer deadline(m_options.waitLimit);
+    QJsonObject object = target;
+    if (target.contains(nameKey)) {
+        const Answer found = requestWithin(Protocol::Method::find,
+                                           {{nameKey, target.value(nameKey)},
+                                            {QStringLiteral("timeout"), waitLimit()}});
+        if (found.kind != Answer::Result)
+            return found;
+        object = {{objectKey, found.result.toObject().value(objectKey)}};
+    }
+    const QString geometryKey = QStringLiteral("geometry");
+    for (QJsonObject last;;) {
+        const bool isLast = deadline.hasExpired();
+        const Answer answer = requestWithin(Protocol::Method::describe, object);
+        if (answer.kind != Answer::Result)
+            return answer;
+        const QJsonObject now = answer.result.toObject();
+        const bool isVisible = now.value(QLatin1String("visible")).toBool();
+        if (isVisible && now.value(geometryKey) == last.value(geometryKey))
+            return {Answer::Result, object, {}};
+        if (isLast)
+            return notReady(now,
+                            isVisible ? QStringLiteral("it is still moving") : QStringLiteral("it is not visible"));
+        last = isVisible ? now : QJsonObject();
+        m_session->pause(timeOfTwoFrames);
+    }
+}
+
+Answer ScriptHost::notReady(const QJsonObject &described, const QString &reason) const
+{
+    const QString name = described.value(nameKey).toString();
+    return {Answer::Refused,
+            {},
+            {Protocol::ObjectNotReady, QStringLiteral("cannot take a picture of %1: %2").arg(name, reason),
+             Protocol::NotReady{name, reason, QString()}.toJson()}};
+}
+
+/// The picture that a script asks for. What goes wrong ends the step, and
+/// \p problem is the reply then.
+Picture ScriptHost::pictureFor(int step, const QString &target, QString *problem)
+{
+    const Answer found = findAtRest(objectOf(target));
+    if (found.kind != Answer::Result) {
+        *problem = reply(step, found, objectOf(target));
+        return {};
+    }
+    QString error;
+    const Picture picture = m_camera.take(found.result.toObject(), &error);
+    if (!error.isEmpty())
+        *problem = failure(step, QStringLiteral("ScreenshotFailed"), error);
+    return picture;
+}
+
+QString ScriptHost::reply(int step, const Answer &answer, const QJsonObject &target)
 {
     if (answer.kind != Answer::Result)
-        return failure(step, errorName(answer), answer.error.message, explanationOf(answer.error));
+        return failure(step, errorName(answer), answer.error.message, explanationOf(answer.error), target);
     m_recorder->end(step, Step::Passed);
     return resultJson(answer.result);
 }
 
-QString ScriptHost::failure(int step, const QString &name, const QString &message, const Explanation &explanation)
+QString ScriptHost::failure(int step, const QString &name, const QString &message, const Explanation &explanation,
+                            const QJsonObject &target)
 {
     const int number = m_recorder->addFailure(step, message, explanation);
     if (step != 0)
-        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.glance());
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.failure(target));
     return jsonOf(
         {{QStringLiteral("error"), message}, {QStringLiteral("name"), name}, {QStringLiteral("failure"), number}});
 }
 
-void ScriptHost::showBefore(int step)
+void ScriptHost::showBefore(int step, const QJsonObject &target)
 {
-    if (step == 0 || !m_camera.isOn())
+    if (step == 0 || !m_camera.showsSteps())
         return;
-    const QString key = m_recorder->pictures().add(m_camera.glance());
+    const QString key = m_recorder->pictures().add(m_camera.window(target));
     Step &shown = m_recorder->step(step);
     shown.before = key;
     // Taking the picture is none of the step's own time.
@@ -352,7 +455,7 @@ void ScriptHost::showBefore(int step)
 
 void ScriptHost::showAfter(int step, const QJsonObject &result)
 {
-    if (step == 0 || !m_camera.isOn())
+    if (step == 0 || !m_camera.showsSteps())
         return;
     const QJsonObject action = result.value(QLatin1String("action")).toObject();
     QString error;
@@ -361,7 +464,7 @@ void ScriptHost::showAfter(int step, const QJsonObject &result)
         picture = m_camera.take({{objectKey, action.value(windowKey)}}, &error);
     // The window may have been closed by the action.
     if (picture.png.isEmpty())
-        picture = m_camera.glance();
+        picture = m_camera.window({});
     Step &shown = m_recorder->step(step);
     shown.after = m_recorder->pictures().add(picture);
     if (action.isEmpty())

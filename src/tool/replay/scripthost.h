@@ -48,6 +48,8 @@ public:
     /// Name of the error that a program which has ended gives.
     static QString programEndedName();
     static QString startFailedName();
+    /// Name of the error of a script that needs a program and has started none.
+    static QString noProgramName();
 
     /// Sends a request, as a step of the script if \p kind isn't empty.
     Q_INVOKABLE QString perform(const QString &kind, const QString &function, const QString &method,
@@ -67,14 +69,22 @@ public:
     Q_INVOKABLE QString start(const QString &words, const QString &stack);
     Q_INVOKABLE QString close(const QString &stack);
     Q_INVOKABLE QString waitForExit(int milliseconds, const QString &stack);
-    Q_INVOKABLE QJSValue importModule(const QString &file, const QString &stack);
+    /// \p line is that of the `import` in the script itself; modules have their
+    /// imports from the engine.
+    Q_INVOKABLE QJSValue importModule(const QString &file, int line, const QString &stack);
+    /// All that the statement asked for is there.
+    Q_INVOKABLE void endImport();
 
 private:
     Answer requestWithin(const QString &method, const QJsonObject &params);
-    QString reply(int step, const Answer &answer);
-    QString failure(int step, const QString &name, const QString &message, const Explanation &explanation = {});
+    Answer findAtRest(const QJsonObject &target);
+    Answer notReady(const QJsonObject &described, const QString &reason) const;
+    Picture pictureFor(int step, const QString &target, QString *problem);
+    QString reply(int step, const Answer &answer, const QJsonObject &target);
+    QString failure(int step, const QString &name, const QString &message, const Explanation &explanation = {},
+                    const QJsonObject &target = {});
     QString exitReply(int step);
-    void showBefore(int step);
+    void showBefore(int step, const QJsonObject &target);
     void showAfter(int step, const QJsonObject &result);
     QString pathOf(const QString &file) const;
 

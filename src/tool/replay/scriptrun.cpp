@@ -7,6 +7,7 @@
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
+#include <QtCore/QRegularExpression>
 
 namespace Vantle::Tool::Replay {
 
@@ -25,6 +26,14 @@ QString shownWords(const QStringList &words)
     for (const QString &word : words)
         shown.append(plainOrQuoted(word));
     return shown.join(QLatin1Char(' '));
+}
+
+/// True if the step is the call of a function of which the engine knows nothing.
+bool callsUnknownFunction(const Step &step)
+{
+    static const QRegularExpression unknown(QStringLiteral("^ReferenceError: ([\\w$]+) is not defined$"));
+    const QString name = unknown.match(step.message).captured(1);
+    return !name.isEmpty() && ScriptSource(step.source).calls(name);
 }
 
 } // namespace
@@ -170,13 +179,15 @@ void ScriptRun::endByError(const ScriptError &error)
         return;
     m_errorEnded = true;
     m_programEnded = error.name == ScriptHost::programEndedName();
-    if (error.name == ScriptHost::startFailedName())
+    if (error.name == ScriptHost::startFailedName() || error.name == ScriptHost::noProgramName())
         m_startFailure = error.message;
     const int number = m_recorder->endByError(error.message, error.stack, error.failure);
     Step &step = m_recorder->step(number);
-    if (!step.after.isEmpty() || m_options.reportFile.isEmpty() || !m_session.isRunning())
-        return;
-    step.after = m_recorder->pictures().add(Camera(&m_session, true).glance());
+    if (step.after.isEmpty())
+        step.after = m_recorder->pictures().add(Camera(&m_session, m_options).failure());
+    // The functions of the program come with the program.
+    if (!m_session.wasStarted() && callsUnknownFunction(step))
+        m_startFailure = QStringLiteral("%1; %2").arg(error.message, ProgramSession::noProgramText());
 }
 
 void ScriptRun::finishProgram()

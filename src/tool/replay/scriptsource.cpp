@@ -113,6 +113,11 @@ int ScriptSource::codeLinesUpTo(int number) const
     return m_codeLines.at(std::min<qsizetype>(number, m_codeLines.size()) - 1);
 }
 
+bool ScriptSource::calls(const QString &name) const
+{
+    return m_code.contains(callOf(name));
+}
+
 bool ScriptSource::callsWithArguments(const QString &name) const
 {
     return m_code.contains(QRegularExpression(callOf(name).pattern() + QStringLiteral("\\s*[^\\s)]")));

@@ -35,14 +35,17 @@ public:
     int codeLineCount() const { return m_codeLines.isEmpty() ? 0 : m_codeLines.last(); }
     int codeLinesUpTo(int number) const;
 
-    /// True if the function \p name is called somewhere by its bare name, with
-    /// at least one argument.
+    /// True if the function \p name is called somewhere by its bare name.
+    bool calls(const QString &name) const;
+    /// The same, with at least one argument.
     bool callsWithArguments(const QString &name) const;
 
     /// The text with its `import` and `export` statements turned into what a
     /// plain script can do: `import {a as b} from "./x.mjs"` becomes a call of
-    /// \p importer with the file's name and the names that have to be there.
-    /// Every line stays at its number.
+    /// \p importer with the file's name, the names that have to be there and the
+    /// line of the statement. These calls stand all in a line ahead of the first
+    /// one, since imports come before everything else; it has the number 0, and
+    /// every other line stays at its own.
     ///
     /// The engine tells where an error came from only for plain scripts.
     QString asPlainScript(const QString &importer) const;

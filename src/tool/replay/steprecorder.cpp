@@ -134,6 +134,10 @@ void StepRecorder::place(Step *step, const QString &stack)
     QList<Position> positions = positionsOfStack(stack);
     if (positions.isEmpty())
         positions.append({m_path, 0, 0});
+    for (Position &position : positions) {
+        if (position.file == m_path && position.line == 0)
+            position.line = m_importLine;
+    }
     step->position = positions.first();
     step->callers = positions.mid(1);
     const ScriptSource &source = sourceOf(step->position.file);

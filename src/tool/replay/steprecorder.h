@@ -50,6 +50,10 @@ public:
     /// Takes a line for the log of the step that is open, or else was last.
     void log(bool isWarning, const QString &text);
 
+    /// The line of the `import` that is under way, for what comes from line 0
+    /// of the script, where the imports are gathered; 0 if there is none.
+    void setImportLine(int line) { m_importLine = line; }
+
     /// Milliseconds since the script began.
     qint64 now() const { return m_clock.elapsed(); }
 
@@ -86,6 +90,7 @@ private:
     QElapsedTimer m_clock;
     int m_quietStep = 0;
     int m_openStep = 0;
+    int m_importLine = 0;
 };
 
 } // namespace Vantle::Tool::Replay

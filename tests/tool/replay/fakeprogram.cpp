@@ -33,6 +33,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include <unistd.h>
+
 extern char **environ;
 
 using namespace Vantle::Protocol;
@@ -75,11 +77,13 @@ private:
     void call(const QJsonObject &params, const Responder &responder);
     void callOther(const QString &function, const QJsonArray &arguments, const Responder &responder);
     void invoke(const QJsonObject &params, const Responder &responder);
+    void describe(const QJsonObject &params, const Responder &responder);
     void grab(const QJsonObject &params, const Responder &responder);
     void quit(const Responder &responder);
     void failNotFound(const QString &name, const Responder &responder);
     void sendStatement(const QString &function, const QJsonArray &arguments);
     int handleOf(const QJsonObject &params) const;
+    static int windowOf(int handle) { return handle == 10 || handle == 11 ? 10 : 1; }
     QJsonObject reference(int handle, const QJsonObject &params) const;
     QString option(const char *name) const;
 
@@ -87,6 +91,8 @@ private:
     QMap<int, FakeObject> m_objects;
     Connection *m_connection = nullptr;
     bool m_record = false;
+    bool m_isPlaying = false;
+    int m_looks = 0;
 };
 
 FakeProgram::FakeProgram(const QStringList &arguments) : m_arguments(arguments)
@@ -100,11 +106,17 @@ FakeProgram::FakeProgram(const QStringList &arguments) : m_arguments(arguments)
         "position": {"type": "QPointF", "x": 3, "y": 4}, "area": {"type": "QRectF", "x": 0, "y": 1, "width": 2, "height": 3},
         "source": {"type": "QUrl", "text": "qrc:/save.png"}, "born": {"type": "QDateTime", "text": "2024-02-29T12:00:00Z"},
         "list": [1, "two", {"object": 1, "class": "Main", "name": "Main"}],
+        "font": {"type": "QFont", "text": "Sans,12", "members": true}, "font.pixelSize": 12,
         "map": {"type": "map", "value": {"a": 1, "type": "b"}}, "odd": {"type": "Odd", "text": "odd one"}
     })")});
     m_objects.insert(3,
                      {QStringLiteral("QQuickLabel"), QStringLiteral("Main Label#status"),
                       json(R"({"text": "ready", "count": 0})")});
+    // A second window, which never is the active one.
+    m_objects.insert(10, {QStringLiteral("Dialog"), QStringLiteral("Dialog"), {}});
+    m_objects.insert(11, {QStringLiteral("QQuickButton"), QStringLiteral("Dialog Button#ok"), {}});
+    m_objects.insert(12, {QStringLiteral("QQuickButton"), QStringLiteral("Main Button#drifting"), {}});
+    m_objects.insert(13, {QStringLiteral("QQuickButton"), QStringLiteral("Main Button#hidden"), {}});
 }
 
 QString FakeProgram::option(const char *name) const
@@ -172,14 +184,18 @@ void FakeProgram::listen()
     on(Method::find, &FakeProgram::find);
     on(Method::call, &FakeProgram::call);
     on(Method::invoke, &FakeProgram::invoke);
+    on(Method::describe, &FakeProgram::describe);
     on(Method::grab, &FakeProgram::grab);
+    m_connection->onRequest(Method::ping, [this](const QJsonObject &, const Responder &responder) {
+        responder.respond(QJsonObject{{QStringLiteral("playing"), m_isPlaying}});
+    });
     m_connection->onRequest(Method::quit, [this](const QJsonObject &, const Responder &responder) { quit(responder); });
     m_connection->onRequest(Method::stopRecording,
                             [](const QJsonObject &, const Responder &responder) { responder.respond(); });
     m_connection->onRequest(Method::functions, [](const QJsonObject &, const Responder &responder) {
         QJsonArray functions;
-        for (const char *name :
-             {"mouseClick", "type", "crash", "leave", "leaveQuietly", "hang", "fail", "echo", "forget", "snooze"})
+        for (const char *name : {"mouseClick", "type", "crash", "leave", "leaveQuietly", "hang", "stall", "play",
+                                 "fail", "echo", "forget", "snooze"})
             functions.append(QJsonObject{{QStringLiteral("name"), QLatin1String(name)},
                                          {QStringLiteral("overloads"), QJsonArray()}});
         responder.respond(QJsonObject{{QStringLiteral("functions"), functions}});
@@ -203,15 +219,6 @@ void FakeProgram::listen()
             found.insert(name.toString(), value);
         }
         responder.respond(QJsonObject{{QStringLiteral("properties"), found}});
-    });
-    m_connection->onRequest(Method::describe, [this](const QJsonObject &params, const Responder &responder) {
-        const int handle = handleOf(params);
-        if (handle == 0)
-            return responder.fail(ObjectGone, QStringLiteral("the object is gone"));
-        Description description;
-        description.className = m_objects.value(handle).className;
-        description.name = m_objects.value(handle).name;
-        responder.respond(description.toJson());
     });
     m_connection->onRequest(Method::setProperty, [this](const QJsonObject &params, const Responder &responder) {
         const int handle = handleOf(params);
@@ -326,8 +333,9 @@ void FakeProgram::call(const QJsonObject &params, const Responder &responder)
     // The program takes some time over it.
     QTimer::singleShot(60, this,
                        [this] { m_objects[3].properties.insert(QStringLiteral("text"), QStringLiteral("clicked")); });
-    responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue::Null},
-                                  {QStringLiteral("action"), ActionPoint{1, 30, 20}.toJson()}});
+    responder.respond(
+        QJsonObject{{QStringLiteral("result"), QJsonValue::Null},
+                    {QStringLiteral("action"), ActionPoint{windowOf(handleOf(target)), 30, 20}.toJson()}});
 }
 
 void FakeProgram::callOther(const QString &function, const QJsonArray &arguments, const Responder &responder)
@@ -343,7 +351,16 @@ void FakeProgram::callOther(const QString &function, const QJsonArray &arguments
         m_connection->waitForSent(std::chrono::seconds(5));
         std::exit(arguments.at(0).toInt());
     } else if (function == QLatin1String("hang")) {
+        for (;;)
+            ::pause();
+    } else if (function == QLatin1String("stall")) {
         kept.append(responder);
+    } else if (function == QLatin1String("play")) {
+        m_isPlaying = true;
+        QTimer::singleShot(arguments.at(0).toInt(), this, [this, responder] {
+            m_isPlaying = false;
+            responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue::Null}});
+        });
     } else if (function == QLatin1String("fail")) {
         responder.fail(FunctionFailed, QStringLiteral("it went wrong <here> & now"));
     } else if (function == QLatin1String("forget")) {
@@ -363,23 +380,44 @@ void FakeProgram::invoke(const QJsonObject &params, const Responder &responder)
         responder.fail(FunctionFailed, QStringLiteral("there is no method \"%1\"").arg(method));
 }
 
+void FakeProgram::describe(const QJsonObject &params, const Responder &responder)
+{
+    const int handle = handleOf(params);
+    if (handle == 0)
+        return responder.fail(ObjectGone, QStringLiteral("the object is gone"));
+    Description description;
+    description.className = m_objects.value(handle).className;
+    description.name = m_objects.value(handle).name;
+    // One of them comes to rest after a while, one never shows.
+    description.visible = handle != 13;
+    description.geometry = QRect(handle == 12 ? std::min(++m_looks, 4) : 0, 0, 20, 10);
+    responder.respond(description.toJson());
+}
+
 void FakeProgram::grab(const QJsonObject &params, const Responder &responder)
 {
-    const bool isWindow = params.isEmpty() || handleOf(params) == 1;
-    if (!isWindow && handleOf(params) == 0)
+    int handle = params.isEmpty() ? 1 : handleOf(params);
+    if (handle == 0)
         return responder.fail(ObjectNotFound, QStringLiteral("there is nothing to take a picture of"));
+    if (params.value(QLatin1String("window")).toBool())
+        handle = windowOf(handle);
     std::fprintf(stderr, "picture taken\n");
-    QImage image(isWindow ? QSize(160, 100) : QSize(20, 10), QImage::Format_RGB32);
+    // The widths tell which of them it is, and how often it was looked at.
+    const QMap<int, QSize> sizes{{1, QSize(160, 100)}, {10, QSize(60, 40)}, {12, QSize(20 + m_looks, 10)}};
+    QImage image(sizes.value(handle, QSize(20, 10)), QImage::Format_RGB32);
     const int count = m_objects.value(3).properties.value(QLatin1String("count")).toInt();
     image.fill(QColor(68, 119, (170 + 20 * count) % 256));
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
-    responder.respond(QJsonObject{{QStringLiteral("png"), QString::fromLatin1(png.toBase64())},
-                                  {QStringLiteral("width"), image.width()},
-                                  {QStringLiteral("height"), image.height()},
-                                  {QStringLiteral("ratio"), 1}});
+    QJsonObject result{{QStringLiteral("png"), QString::fromLatin1(png.toBase64())},
+                       {QStringLiteral("width"), image.width()},
+                       {QStringLiteral("height"), image.height()},
+                       {QStringLiteral("ratio"), 1}};
+    if (handle == windowOf(handle))
+        result.insert(QStringLiteral("window"), handle);
+    responder.respond(result);
 }
 
 void FakeProgram::quit(const Responder &responder)

@@ -51,6 +51,17 @@ TEST_F(ReplayEndings, whatCoversAnObjectIsNamed)
     EXPECT_TRUE(says(run, QStringLiteral("covered by: Main Dialog#about\n")));
 }
 
+TEST_F(ReplayEndings, anImportThatFailsNamesItsOwnLine)
+{
+    write("shared.mjs", "\nmouseClick('Main Button#nowhere', 1, 1);\nexport const a = 1;\n");
+    for (const char *import : {"import { a } from './none.mjs';", "import { b } from './shared.mjs';",
+                               "import './shared.mjs';", "export * from './none.mjs';"}) {
+        ToolRun &run = replay(QByteArray("test.log('1');\n\n") + import + "\n\ntest.log('5');\n");
+        EXPECT_TRUE(endsWith(1, run)) << import;
+        EXPECT_TRUE(says(run, QStringLiteral("script.js:3"))) << import;
+    }
+}
+
 TEST_F(ReplayEndings, anErrorInAModuleNamesBothPlaces)
 {
     write("shared.mjs", "\nexport function go() {\n    mouseClick('Main Button#nowhere', 1, 1);\n}\n");
@@ -145,6 +156,19 @@ TEST_F(ReplayEndings, aProgramThatHangsIsSaidToHang)
     EXPECT_TRUE(says(run, QStringLiteral("the program did not answer within 3.2 s: its event loop hangs")));
 }
 
+TEST_F(ReplayEndings, aLongActionIsNoHang)
+{
+    // Twice as long as a program may leave a call without an answer.
+    EXPECT_TRUE(passes("play(6500);\ntest.pass();\n", shortWait));
+}
+
+TEST_F(ReplayEndings, aCallThatNeverComesBackIsNotBlamedOnTheEventLoop)
+{
+    ToolRun &run = replay("stall();\n", shortWait);
+    EXPECT_TRUE(endsWith(1, run));
+    EXPECT_TRUE(says(run, QStringLiteral("did not answer within 3.2 s: its event loop runs, but what was called")));
+}
+
 TEST_F(ReplayEndings, aProgramDiesWhileTheScriptSnoozes)
 {
     // The answer comes first, and the end while nobody asks for anything.
@@ -189,12 +213,26 @@ TEST_F(ReplayEndings, aProgramWithoutAnAgentIsGivenUpAndKilled)
     EXPECT_TRUE(says(run, QStringLiteral("the agent did not report from ")));
 }
 
-TEST_F(ReplayEndings, withoutAProgramThereIsNoneToCall)
+TEST_F(ReplayEndings, aForgottenProgramIsThreeAndSaysWhereItGoes)
 {
-    write("script.js", "findObject('Main');\n");
-    ToolRun &run = start({QStringLiteral("--offscreen"), path("script.js")});
-    EXPECT_TRUE(endsWith(2, run));
-    EXPECT_TRUE(says(run, QStringLiteral("no program was started")));
+    for (const char *text : {"findObject('Main');\n", "mouseClick('Main', 1, 1);\n", "closeApplication();\n",
+                             "const f = () => type(\n  'Main', 'x');\nf();\n", "waitForExit(10);\n"}) {
+        write("script.js", text);
+        ToolRun &run = start({QStringLiteral("--offscreen"), path("script.js")});
+        EXPECT_TRUE(endsWith(3, run)) << text;
+        EXPECT_TRUE(says(run,
+                         QStringLiteral("no program was started: put \"-- PROGRAM\" behind the scripts, or call "
+                                        "startApplication first")))
+            << text;
+    }
+    write("script.js", "test.log(nothing);\n");
+    EXPECT_TRUE(endsWith(1, start({QStringLiteral("--offscreen"), path("script.js")}))) << "is no call";
+    write("script.js", "try { findObject('Main'); } catch (e) { test.compare(e.name, 'NoProgram'); }\n");
+    EXPECT_TRUE(endsWith(0, start({QStringLiteral("--offscreen"), path("script.js")})));
+}
+
+TEST_F(ReplayEndings, startingAgainNeedsAProgramToo)
+{
     write("script.js", "startApplication();\n");
     ToolRun &nothing = start({QStringLiteral("--offscreen"), path("script.js")});
     EXPECT_TRUE(endsWith(3, nothing));

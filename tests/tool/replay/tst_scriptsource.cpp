@@ -88,28 +88,46 @@ TEST(ScriptSource, onlyCallsWithArgumentsCount)
         EXPECT_FALSE(ScriptSource(QLatin1String(text)).callsWithArguments(name)) << text;
 }
 
-TEST(ScriptSource, importsBecomeCallsOnTheSameLines)
+TEST(ScriptSource, importsBecomeCallsAheadOfTheFirstLine)
 {
-    const QPair<const char *, const char *> pairs[] = {
-        {"import { a, b as c } from './x.mjs';", "const { a: a, b: c } = I('./x.mjs', [\"a\", \"b\"]);"},
-        {"import d from \"./x.mjs\"", "const { default: d } = I(\"./x.mjs\", [\"default\"]);"},
-        {"import d, { a } from './x.mjs'", "const { a: a, default: d } = I('./x.mjs', [\"a\", \"default\"]);"},
-        {"import * as all from './x.mjs';", "const all = I('./x.mjs', []);"},
-        {"import d, * as all from './x.mjs';", "const all = I('./x.mjs', [\"default\"]), d = all.default;"},
-        {"import './x.mjs';", "I('./x.mjs', []);"},
-        {"import {\n  a,\n} from './x.mjs';\nb();", "const { a: a } = I('./x.mjs', [\"a\"]);\n\n\nb();"},
-        {"a; import './x.mjs'", "a; I('./x.mjs', []);"},
-        {"// import './x.mjs'", "// import './x.mjs'"},
-        {"'import \"./x.mjs\"'", "'import \"./x.mjs\"'"},
-        {"important('x')", "important('x')"},
-        {"a.import = 'x'", "a.import = 'x'"},
-        {"export const a = 1;", " const a = 1;"},
-        {"export { a,\n b };\nc", "\n\nc"},
-        {"exported()", "exported()"},
+    struct Example
+    {
+        const char *text;
+        const char *hoisted;
+        const char *rest;
     };
-    for (const auto &[text, expected] : pairs) {
-        const ScriptSource source{QLatin1String(text)};
-        EXPECT_EQ(source.asPlainScript(QStringLiteral("I")), QLatin1String(expected)) << text;
+    const Example examples[] = {
+        {"import { a, b as c } from './x.mjs';", "const { a: a, b: c } = I('./x.mjs', [\"a\", \"b\"], 1);", ""},
+        {"import d from \"./x.mjs\"", "const { default: d } = I(\"./x.mjs\", [\"default\"], 1);", ""},
+        {"import d, { a } from './x.mjs'", "const { a: a, default: d } = I('./x.mjs', [\"a\", \"default\"], 1);", ""},
+        {"b();\nimport * as all from './x.mjs';", "const all = I('./x.mjs', [], 2);", "b();\n"},
+        {"import d, * as all from './x.mjs';", "const all = I('./x.mjs', [\"default\"], 1), d = all.default;", ""},
+        {"import './x.mjs'; import './y.mjs'", "I('./x.mjs', [], 1);I('./y.mjs', [], 1);", " "},
+        {"import {\n  a,\n} from './x.mjs';\nb();", "const { a: a } = I('./x.mjs', [\"a\"], 1);", "\n\n\nb();"},
+        {"a; import './x.mjs'", "I('./x.mjs', [], 1);", "a; "},
+        {"// import './x.mjs'", "", "// import './x.mjs'"},
+        {"'import \"./x.mjs\"'", "", "'import \"./x.mjs\"'"},
+        {"important('x')", "", "important('x')"},
+        {"a.import = 'x'", "", "a.import = 'x'"},
+        {"\nexport * from './x.mjs';\nb", "I('./x.mjs', [], 2);", "\n\nb"},
+        {"export * as n from './x.mjs'", "I('./x.mjs', [], 1);", ""},
+        {"export {\n a as b, default as c } from './x.mjs';", "I('./x.mjs', [\"a\", \"default\"], 1);", "\n"},
+        {"export const a = 1;", "", " const a = 1;"},
+        {"export { a,\n b };\nc", "", "\n\nc"},
+        {"export default 3;", "", "void 3;"},
+        {"export default { a: 1, b: 2 };", "", "void { a: 1, b: 2 };"},
+        {"export default function () {}", "", "void function () {}"},
+        {"export default class extends A {}", "", "void class extends A {}"},
+        {"export default function go() {}", "", " function go() {}"},
+        {"export default async function go() {}", "", " async function go() {}"},
+        {"export default class A {}", "", " class A {}"},
+        {"exported()", "", "exported()"},
+    };
+    for (const Example &example : examples) {
+        const ScriptSource source{QLatin1String(example.text)};
+        EXPECT_EQ(source.asPlainScript(QStringLiteral("I")),
+                  QLatin1String(example.hoisted) + QLatin1Char('\n') + QLatin1String(example.rest))
+            << example.text;
     }
 }
 
