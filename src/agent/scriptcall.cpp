@@ -1,19 +1,13 @@
 #include "agent/scriptcall.h"
 
-#include "agent/objecttree.h"
-#include "hook/delegates.h"
 #include "hook/inspector.h"
 #include "protocol/objectmessages.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/bynamefunctions.h"
-#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 #include "wrappers/qt/functions/inputplayer.h"
 #include "wrappers/qt/wrapping.h"
 
-#include <QtCore/QTimer>
-#include <QtGui/QWindow>
-#include <QtQuick/QQuickItem>
-#include <QtQuick/QQuickWindow>
+#include <QtCore/QPointer>
 
 #include <algorithm>
 
@@ -47,21 +41,21 @@ bool isOneOf(const QString &function, std::initializer_list<const char *> names)
     return std::any_of(names.begin(), names.end(), [&](const char *name) { return function == QLatin1String(name); });
 }
 
-QQuickItem *itemOf(const SharedPtr<Object> &object)
+CallTarget::Needs needsOf(const QString &function)
 {
-    return qobject_cast<QQuickItem *>(QtWrapper::nativeQObject(object));
+    if (function == QLatin1String("grabWidget"))
+        return CallTarget::Needs::Existence;
+    if (isOneOf(function, {"closeWindow", "moveWindow", "setWindowSize", "setWindowState"}))
+        return CallTarget::Needs::Visibility;
+    return function == QLatin1String("type") ? CallTarget::Needs::Readiness : CallTarget::Needs::FreePoint;
 }
 
-QString describe(QPoint point)
+/// Whether the parameter takes an object that the call acts on, or its name.
+bool isTarget(const Argument &parameter)
 {
-    return QStringLiteral("(%1, %2)").arg(point.x()).arg(point.y());
-}
-
-/// The item that a user hits at \p point of \p window; null if that is empty there.
-QQuickItem *itemAt(const QQuickWindow *window, QPointF point)
-{
-    QQuickItem *const hit = QtWrapper::recursiveQuickItemAt(window->contentItem(), point);
-    return hit != window->contentItem() ? hit : nullptr;
+    const bool isName = parameter.type() == textClass()
+        && (parameter.name() == QLatin1String("objectName") || parameter.name() == QLatin1String("targetName"));
+    return isName || parameter.passing() == Argument::ByPointer;
 }
 
 } // namespace
@@ -90,147 +84,79 @@ void ScriptCall::study()
     const GlobalMethod *const method = Inspector::self()->findGlobalMethod(m_request.function, m_request.arguments);
     if (!method || method->signature().arguments().isEmpty())
         return;
-    const QList<Argument> &places = method->signature().arguments();
-    const bool isByName = places.first().name() == QLatin1String("objectName") && places.first().type() == textClass();
-    if (isByName)
-        m_target.name = textOf(m_request.arguments.at(0));
-    else if (places.first().passing() != Argument::ByPointer)
-        return;
-
-    if (isOneOf(m_request.function, {"closeWindow", "moveWindow", "setWindowSize", "setWindowState", "grabWidget"}))
-        m_needs = Needs::Existence;
-    else if (isOneOf(m_request.function, {"type", "nativeType"}))
-        m_needs = Needs::Readiness;
-    else
-        m_needs = Needs::FreePoint;
-
+    const QList<Argument> &parameters = method->signature().arguments();
     std::optional<int> x;
     std::optional<int> y;
-    for (qsizetype i = 1; i < places.size(); ++i) {
-        const SharedPtr<Object> argument = m_request.arguments.at(static_cast<std::size_t>(i));
-        if (places.at(i).name() == QLatin1String("x"))
-            x = numberOf(argument);
-        else if (places.at(i).name() == QLatin1String("y"))
-            y = numberOf(argument);
+    CallTarget::Aim aim;
+    std::optional<qsizetype> second;
+    for (qsizetype i = 1; i < parameters.size(); ++i) {
+        const std::optional<int> number = numberOf(m_request.arguments.at(static_cast<std::size_t>(i)));
+        if (parameters.at(i).name() == QLatin1String("x"))
+            x = number;
+        else if (parameters.at(i).name() == QLatin1String("y"))
+            y = number;
+        else if (parameters.at(i).name() == QLatin1String("button") && number)
+            aim.button = static_cast<Qt::MouseButton>(*number);
+        else if (isTarget(parameters.at(i)))
+            second = i;
     }
     if (x && y)
-        m_pointInObject = QPoint(*x, *y);
+        aim.point = QPoint(*x, *y);
+    if (isTarget(parameters.first()))
+        addTarget(0, needsOf(m_request.function), aim);
+    // What is dropped on takes no press, so it needs not be free for one.
+    if (second)
+        addTarget(*second, CallTarget::Needs::Readiness, {});
 }
 
-SharedPtr<Object> ScriptCall::object() const
+void ScriptCall::addTarget(qsizetype argument, CallTarget::Needs needs, const CallTarget::Aim &aim)
 {
-    if (!m_target.name.isEmpty())
-        return m_finder->look(m_target);
-    const SharedPtr<Object> object = m_request.arguments.at(0);
-    return object && !object->isNull() ? object : SharedPtr<Object>();
+    const SharedPtr<Object> value = m_request.arguments.at(static_cast<std::size_t>(argument));
+    m_targets.push_back(std::make_unique<CallTarget>(textOf(value), value, needs, aim));
 }
 
 bool ScriptCall::tryNow(bool isLast)
 {
-    if (m_responder.isOver())
-        return true;
-    if (m_needs == Needs::Nothing) {
+    const QPointer<ScriptCall> self(this);
+    for (std::size_t i = 0; !m_responder.isOver() && i < m_targets.size(); ++i) {
+        const bool isFreeNow = isFree(m_targets.at(i).get(), isLast);
+        // A look may have run an event loop, to the end of the connection.
+        if (!self)
+            return true;
+        if (!isFreeNow)
+            return isLast || m_responder.isOver();
+    }
+    if (!m_responder.isOver())
         carryOut();
-        return true;
-    }
-    const SharedPtr<Object> object = this->object();
-    if (!object) {
-        const bool isGone = m_target.name.isEmpty();
-        if (isGone)
-            m_responder.fail(Protocol::ObjectGone, QStringLiteral("the object is gone"));
-        else if (isLast) {
-            const Protocol::Error error = m_finder->failure(m_target);
-            m_responder.fail(error.code, error.message, error.data);
-        }
-        return isGone || isLast;
-    }
-    const std::optional<Obstacle> problem = obstacle(object);
-    if (problem && isLast)
-        failWith(*problem);
-    if (problem)
-        return isLast;
-    carryOut();
     return true;
 }
 
-std::optional<ScriptCall::Obstacle> ScriptCall::obstacle(const SharedPtr<Object> &object)
+/// Whether nothing is in the way of acting on \p target. If this \p isLast, or
+/// there is nothing to be waited for, the answer says what is.
+bool ScriptCall::isFree(CallTarget *target, bool isLast)
 {
-    choosePoint(object);
-    if (m_needs == Needs::Existence)
-        return std::nullopt;
-    if (const QString reason = notReadyReason(object); !reason.isEmpty()) {
-        m_stillness.forget();
-        return Obstacle{reason};
+    const SharedPtr<Object> object = target->lookWith(*m_finder);
+    if (!object && !target->isByName()) {
+        m_responder.fail(Protocol::ObjectGone, QStringLiteral("the object is gone"));
+    } else if (!object && isLast) {
+        const Protocol::Error error = m_finder->failure(target->target());
+        m_responder.fail(error.code, error.message, error.data);
     }
-    if (const auto moving = motion(object))
-        return moving;
-    return m_needs == Needs::FreePoint ? cover(object) : std::nullopt;
+    if (!object)
+        return false;
+    const std::optional<Obstacle> obstacle = target->obstacle(object);
+    if (obstacle && isLast)
+        failWith(*target, *obstacle);
+    return !obstacle;
 }
 
-void ScriptCall::choosePoint(const SharedPtr<Object> &object)
+void ScriptCall::failWith(const CallTarget &target, const Obstacle &obstacle)
 {
-    // The input that is played goes to the same points.
-    const QQuickItem *const item = itemOf(object);
-    QPointF point = QPointF(screenRect(object).center());
-    if (m_pointInObject)
-        point = QPointF(*m_pointInObject) + QPointF(0.5, 0.5);
-    else if (item)
-        point = item->mapFromGlobal(point);
-    else if (const auto *const window = qobject_cast<QWindow *>(QtWrapper::nativeQObject(object)))
-        point = window->mapFromGlobal(point);
-    const GeometryDelegate *const delegate = DelegateFactory::self()->geometryDelegate(object->objectClass());
-    const GeometryDelegate::WindowPoint shown = delegate ? delegate->mapToWindow(object, point)
-                                                         : GeometryDelegate::WindowPoint{};
-    m_window = qobject_cast<QWindow *>(QtWrapper::nativeQObject(shown.window));
-    m_point = QPoint(qFloor(shown.point.x()), qFloor(shown.point.y()));
-    if (item)
-        m_scenePoint = item->mapToScene(point);
-}
-
-std::optional<ScriptCall::Obstacle> ScriptCall::motion(const SharedPtr<Object> &object)
-{
-    if (m_stillness.isAtRest(object))
-        return std::nullopt;
-    QQuickItem *const carrier = m_stillness.carrier();
-    if (!carrier || carrier == itemOf(object))
-        return Obstacle{QStringLiteral("it is still moving")};
-    return Obstacle{QStringLiteral("%1, which holds it, is still moving"), QtWrapper::wrapAndRegisterQObject(carrier)};
-}
-
-std::optional<ScriptCall::Obstacle> ScriptCall::cover(const SharedPtr<Object> &object)
-{
-    const QQuickItem *const item = itemOf(object);
-    const QQuickWindow *const window = item ? item->window() : nullptr;
-    if (!window)
-        return std::nullopt;
-    const QString where = m_pointInObject ? QStringLiteral("its point %1").arg(describe(*m_pointInObject))
-                                          : QStringLiteral("its middle");
-    if (!QRectF(QPointF(), QSizeF(window->size())).contains(m_scenePoint))
-        return Obstacle{QStringLiteral("%1 lies outside of the window").arg(where)};
-    QQuickItem *const hit = itemAt(window, m_scenePoint);
-    // Finding out may have run scripts.
-    if (itemOf(object) != item)
-        return Obstacle{QStringLiteral("the item does not exist any more")};
-    if (hit == item || (hit && item->isAncestorOf(hit)))
-        return std::nullopt;
-    if (!hit)
-        return Obstacle{QStringLiteral("it can't be hit at %1").arg(where)};
-    return Obstacle{where + QStringLiteral(" is covered by %1"), QtWrapper::wrapAndRegisterQObject(hit), true};
-}
-
-void ScriptCall::failWith(const Obstacle &obstacle)
-{
-    const QString name = m_target.name.isEmpty() ? m_request.arguments.at(0)->scriptName() : m_target.name;
-    QString reason = obstacle.reason;
-    QString other;
-    if (obstacle.other) {
-        const QString className = obstacle.other->className();
-        other = obstacle.other->scriptName();
-        reason = reason.arg(other.isEmpty() ? className : other);
-    }
+    const QString name = target.nameInMessages();
+    const QString reason = obstacle.inWords();
     m_responder.fail(Protocol::ObjectNotReady,
                      QStringLiteral("cannot call %1 on %2: %3").arg(m_request.function, name, reason),
-                     Protocol::NotReady{name, reason, obstacle.isCover ? other : QString()}.toJson());
+                     Protocol::NotReady{name, reason, obstacle.nameOfCover()}.toJson());
 }
 
 /// A flick moves the content of its flickable without any input, so that
@@ -240,7 +166,7 @@ std::optional<EventData> ScriptCall::unseenStatement() const
     constexpr std::size_t objectAndDistances = 3;
     if (m_request.function != QLatin1String("flick") || m_request.arguments.size() != objectAndDistances)
         return std::nullopt;
-    const SharedPtr<Object> flickable = object();
+    const SharedPtr<Object> flickable = m_targets.empty() ? nullptr : m_targets.front()->lookWith(*m_finder);
     if (!flickable)
         return std::nullopt;
     EventData statement(QtWrapper::flickODByNameFn(), flickable->scriptName(),
@@ -251,7 +177,8 @@ std::optional<EventData> ScriptCall::unseenStatement() const
 
 void ScriptCall::carryOut()
 {
-    m_stillness.forget();
+    for (const auto &target : m_targets)
+        target->forgetMotion();
     Inspector *const inspector = Inspector::self();
     const QPointer<ScriptCall> self(this);
     const std::optional<EventData> unseen = unseenStatement();
@@ -280,19 +207,15 @@ void ScriptCall::carryOut()
 
 void ScriptCall::inputDelivered(const SharedPtr<Object> &result, const QString &problem)
 {
-    if (problem.isEmpty()) {
-        waitUntilDigested(result);
+    if (!problem.isEmpty()) {
+        m_responder.fail(Protocol::FunctionFailed, problem);
+        deleteLater();
         return;
     }
-    m_responder.fail(Protocol::FunctionFailed, problem);
-    deleteLater();
-}
-
-void ScriptCall::waitUntilDigested(const SharedPtr<Object> &result)
-{
-    // Comes when nothing else is waiting in the event loop.
-    QTimer::singleShot(0, this, [this, result] {
-        m_responder.respond(m_answer(result, m_window, m_point));
+    m_digestion.begin([this, result] {
+        const CallTarget *const target = m_targets.empty() ? nullptr : m_targets.front().get();
+        m_responder.respond(
+            m_answer(result, target ? target->window() : nullptr, target ? target->pointInWindow() : QPoint()));
         deleteLater();
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "agent/stillness.h"
+#include "agent/calltarget.h"
+#include "agent/digestion.h"
 #include "agent/targets.h"
 #include "hook/eventdata.h"
 #include "hook/object.h"
@@ -8,11 +9,11 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
-#include <QtCore/QPointer>
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class QWindow;
 
@@ -49,50 +50,24 @@ public:
     bool isOver() const { return m_responder.isOver(); }
 
 private:
-    /// What the function wants of its object before it is called.
-    enum class Needs {
-        Nothing,
-        Existence,
-        Readiness,
-        FreePoint
-    };
-
-    /// What is in the way of the call. Names are for the answer, as they cost a
-    /// walk over the scene each: %1 in the reason stands for that of the other.
-    struct Obstacle
-    {
-        QString reason;
-        SharedPtr<Object> other{};
-        bool isCover = false;
-    };
-
     void study();
-    SharedPtr<Object> object() const;
-    std::optional<Obstacle> obstacle(const SharedPtr<Object> &object);
-    std::optional<Obstacle> motion(const SharedPtr<Object> &object);
-    std::optional<Obstacle> cover(const SharedPtr<Object> &object);
-    void choosePoint(const SharedPtr<Object> &object);
+    void addTarget(qsizetype argument, CallTarget::Needs needs, const CallTarget::Aim &aim);
+    bool isFree(CallTarget *target, bool isLast);
     std::optional<EventData> unseenStatement() const;
     void carryOut();
     void inputDelivered(const SharedPtr<Object> &result, const QString &problem);
-    void waitUntilDigested(const SharedPtr<Object> &result);
-    void failWith(const Obstacle &obstacle);
+    void failWith(const CallTarget &target, const Obstacle &obstacle);
 
     const Request m_request;
     const TargetFinder *m_finder;
     const Protocol::Responder m_responder;
     const std::function<QJsonObject(const SharedPtr<Object> &, QWindow *, QPoint)> m_answer;
 
-    Needs m_needs = Needs::Nothing;
-    Target m_target;                       // if the object is given by its name
-    std::optional<QPoint> m_pointInObject; // if the call has one
-
-    Stillness m_stillness;
+    /// What the call acts on, the object whose function it is first. None for
+    /// functions that act on nothing.
+    std::vector<std::unique_ptr<CallTarget>> m_targets;
+    Digestion m_digestion;
     bool m_isCarriedOut = false;
-
-    QPointer<QWindow> m_window; // where it acted
-    QPoint m_point;             // in its coordinates
-    QPointF m_scenePoint;       // in those of the item's own window
 };
 
 } // namespace Vantle::Agent

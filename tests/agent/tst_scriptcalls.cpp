@@ -3,8 +3,10 @@
 #include "agent/recordingsession.h"
 #include "hook/inspector.h"
 #include "wrappers/qt/functions/inputplayer.h"
+#include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QAbstractAnimation>
+#include <QtQuick/private/qquickwindow_p.h>
 
 using namespace Vantle;
 using namespace VantleTest;
@@ -365,4 +367,156 @@ TEST_F(ScriptCalls, ThatEndTheProgramAreAnswered)
     EXPECT_EQ(result.value(QStringLiteral("result")), QJsonValue());
     EXPECT_FALSE(window()->isVisible());
     ASSERT_TRUE(waitUntil([] { return QtWrapper::InputPlayer::self()->isIdle(); }));
+}
+
+TEST_F(ScriptCalls, ClickThroughDecorationsOnTop)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 200; height: 100; visible: true
+            property int clicks: 0
+            MouseArea { id: area; anchors.fill: parent; onClicked: ++form.clicks }
+            Rectangle { anchors.fill: parent; Text { anchors.centerIn: parent; text: "Save"; font.pixelSize: 40 } }
+        })qml");
+    ask("call", click("area"));
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, DoNotClickThroughWhatTakesThatButton)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 200; height: 100; visible: true
+            property int clicks: 0
+            MouseArea { id: area; anchors.fill: parent; acceptedButtons: Qt.AllButtons; onClicked: ++form.clicks }
+            MouseArea { id: menu; anchors.fill: parent; acceptedButtons: Qt.RightButton; Text { text: "Save" } }
+        })qml");
+    ask("call", click("area"));
+    EXPECT_EQ(clicks(), 1);
+    const QJsonArray rightClick{QStringLiteral("WindowQmlImpl#form #area"), 50, 50, static_cast<int>(Qt::RightButton)};
+    const Protocol::NotReady problem = obstacle(request("mouseClick", rightClick, 50));
+    EXPECT_EQ(problem.coveredBy, QStringLiteral("WindowQmlImpl#form MouseArea#menu:visible"));
+    EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, NameTheModalWindowThatBlocksTheObject)
+{
+    QWindow question;
+    question.setObjectName(QStringLiteral("question"));
+    question.setModality(Qt::ApplicationModal);
+    question.show();
+    ASSERT_TRUE(waitUntil([&] { return question.isExposed(); }));
+    const Protocol::NotReady problem = obstacle(click("ok", 50));
+    EXPECT_EQ(problem.reason, QStringLiteral("the window is blocked by a modal window without a title"));
+    EXPECT_EQ(problem.coveredBy, QtWrapper::wrapAndRegisterQObject(&question)->scriptName());
+    EXPECT_TRUE(problem.coveredBy.contains(QLatin1String("question"))) << qPrintable(problem.coveredBy);
+}
+
+TEST_F(ScriptCalls, NameTheModalPopupThatBlocksTheObject)
+{
+    load(R"qml(
+        import QtQuick
+        import QtQuick.Controls.Basic
+        ApplicationWindow {
+            id: form
+            width: 200; height: 100; visible: true
+            Button { id: ok; text: "OK" }
+            Dialog { id: sure; objectName: "sure"; modal: true; visible: true; title: "100 %1 sure?" }
+        })qml");
+    ASSERT_TRUE(waitUntil([&] { return find<QObject>("sure")->property("opened").toBool(); }));
+    const Protocol::NotReady problem = obstacle(
+        request("mouseClick", {QStringLiteral("ApplicationWindow#form #ok")}, 50));
+    EXPECT_EQ(problem.reason, QStringLiteral("the item is covered by the modal popup Dialog \"100 %1 sure?\""));
+    EXPECT_FALSE(problem.coveredBy.isEmpty());
+    EXPECT_EQ(handleOf(problem.coveredBy.toUtf8().constData()) != 0, true) << qPrintable(problem.coveredBy);
+}
+
+TEST_F(ScriptCalls, OnWindowsWaitUntilTheyAreVisible)
+{
+    window()->hide();
+    const auto reply = post("call", request("setWindowSize", {QStringLiteral("WindowQmlImpl#form"), 250, 150}));
+    ask("functions");
+    ASSERT_FALSE(*reply);
+    window()->show();
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_FALSE((*reply)->isError());
+    ASSERT_TRUE(waitUntil([&] { return window()->size() == QSize(250, 150); }));
+    window()->hide();
+    EXPECT_EQ(obstacle(request("closeWindow", {QStringLiteral("WindowQmlImpl#form")}, 50)).reason,
+              QStringLiteral("the window is not visible"));
+}
+
+TEST_F(ScriptCalls, WaitForWhatIsDroppedOnToo)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 200; height: 100; visible: true
+            property string dropped
+            Item {
+                id: piece; width: 20; height: 20
+                Drag.active: hand.drag.active; Drag.hotSpot: Qt.point(10, 10)
+                MouseArea { id: hand; anchors.fill: parent; drag.target: piece; onReleased: piece.Drag.drop() }
+            }
+            DropArea { id: place; objectName: "place"; x: 100; width: 80; height: 80; visible: false
+                onDropped: form.dropped = "there" }
+        })qml");
+    const QJsonArray names{QStringLiteral("WindowQmlImpl#form #hand"), QStringLiteral("WindowQmlImpl#form #place")};
+    const auto reply = post("call", request("dragAndDrop", names));
+    ask("functions");
+    ASSERT_FALSE(*reply);
+    find("place")->setVisible(true);
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_FALSE((*reply)->isError());
+    EXPECT_EQ(root()->property("dropped").toString(), QStringLiteral("there"));
+
+    find("place")->setVisible(false);
+    const Protocol::Error error = failureOf("call", request("dragAndDrop", names, 50));
+    EXPECT_EQ(error.code, Protocol::ObjectNotReady);
+    EXPECT_TRUE(error.message.contains(QStringLiteral("#place: the item is not visible"))) << qPrintable(error.message);
+    const Protocol::Error missing = failureOf(
+        "call", request("dragAndDrop", {QStringLiteral("WindowQmlImpl#form #hand"), QStringLiteral("#nowhere")}, 50));
+    EXPECT_EQ(missing.code, Protocol::ObjectNotFound) << qPrintable(missing.message);
+}
+
+TEST_F(ScriptCalls, AreOverWhenTheWindowShowsWhatFollowed)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 200; height: 100; visible: true
+            property int steps: 0
+            MouseArea {
+                id: area; anchors.fill: parent
+                // Laid out by the frame behind the one that shows the new text.
+                onClicked: { label.text = "a longer text"; Qt.callLater(() => { ++form.steps; follower.width = label.width }) }
+            }
+            Text { id: label; text: "short" }
+            Rectangle { id: follower; objectName: "follower"; height: 10 }
+        })qml");
+    ask("call", click("area"));
+    EXPECT_EQ(root()->property("steps").toInt(), 1);
+    const QQuickWindowPrivate *const priv = QQuickWindowPrivate::get(window());
+    EXPECT_FALSE(priv->dirtyItemList);
+}
+
+TEST_F(ScriptCalls, EndThoughAnAnimationNeverDoes)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 200; height: 100; visible: true
+            property int clicks: 0
+            MouseArea { id: area; anchors.fill: parent; onClicked: ++form.clicks }
+            Rectangle { width: 10; height: 10; RotationAnimation on rotation { from: 0; to: 360; loops: -1 } }
+        })qml");
+    ask("call", click("area"));
+    EXPECT_EQ(clicks(), 1);
 }

@@ -1,0 +1,161 @@
+#include "agent/calltarget.h"
+
+#include "agent/objecttree.h"
+#include "hook/delegates.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
+#include "wrappers/qt/extensions/qtquickcommon/identity/pressroad.h"
+#include "wrappers/qt/wrapping.h"
+
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+
+namespace Vantle::Agent {
+
+namespace {
+
+QQuickItem *itemOf(const SharedPtr<Object> &object)
+{
+    return qobject_cast<QQuickItem *>(QtWrapper::nativeQObject(object));
+}
+
+QWindow *windowOf(const SharedPtr<Object> &object)
+{
+    return qobject_cast<QWindow *>(QtWrapper::nativeQObject(object));
+}
+
+bool isSelfOrAncestor(const QQuickItem *ancestor, const QQuickItem *item)
+{
+    return ancestor == item || ancestor->isAncestorOf(item);
+}
+
+/// The item that a user hits at \p point of \p window; null if that is empty there.
+QQuickItem *itemAt(const QQuickWindow *window, QPointF point)
+{
+    QQuickItem *const hit = QtWrapper::recursiveQuickItemAt(window->contentItem(), point);
+    return hit != window->contentItem() ? hit : nullptr;
+}
+
+SharedPtr<Object> blockerOf(const SharedPtr<Object> &object)
+{
+    const InteractionDelegate *const delegate = DelegateFactory::self()->interactionDelegate(object->objectClass());
+    return delegate ? delegate->blocker(object) : nullptr;
+}
+
+} // namespace
+
+QString Obstacle::inWords() const
+{
+    if (!named)
+        return reason;
+    const QString className = named->className();
+    const QString name = named->scriptName();
+    return reason.arg(name.isEmpty() ? className : name);
+}
+
+QString Obstacle::nameOfCover() const
+{
+    return cover ? cover->scriptName() : QString();
+}
+
+CallTarget::CallTarget(const QString &name, const SharedPtr<Object> &object, Needs needs, const Aim &aim)
+    : m_object(name.isEmpty() ? object : nullptr)
+    , m_needs(needs)
+    , m_aim(aim)
+{
+    m_target.name = name;
+}
+
+SharedPtr<Object> CallTarget::lookWith(const TargetFinder &finder) const
+{
+    if (isByName())
+        return finder.look(m_target);
+    return m_object->isNull() ? nullptr : m_object;
+}
+
+QString CallTarget::nameInMessages() const
+{
+    return isByName() ? m_target.name : m_object->scriptName();
+}
+
+std::optional<Obstacle> CallTarget::obstacle(const SharedPtr<Object> &object)
+{
+    takeAim(object);
+    if (m_needs == Needs::Existence)
+        return std::nullopt;
+    if (m_needs == Needs::Visibility) {
+        const QWindow *const window = windowOf(object);
+        return !window || window->isVisible() ? std::nullopt
+                                              : std::optional(Obstacle{QStringLiteral("the window is not visible")});
+    }
+    if (const QString reason = notReadyReason(object); !reason.isEmpty()) {
+        m_stillness.forget();
+        return Obstacle{reason, nullptr, blockerOf(object)};
+    }
+    if (const auto moving = motion(object))
+        return moving;
+    return m_needs == Needs::FreePoint ? cover(object) : std::nullopt;
+}
+
+void CallTarget::takeAim(const SharedPtr<Object> &object)
+{
+    // The input that is played goes to the same points.
+    const QQuickItem *const item = itemOf(object);
+    QPointF point = QPointF(screenRect(object).center());
+    if (m_aim.point)
+        point = QPointF(*m_aim.point) + QPointF(0.5, 0.5);
+    else if (item)
+        point = item->mapFromGlobal(point);
+    else if (const QWindow *const window = windowOf(object))
+        point = window->mapFromGlobal(point);
+    const GeometryDelegate *const delegate = DelegateFactory::self()->geometryDelegate(object->objectClass());
+    const GeometryDelegate::WindowPoint shown = delegate ? delegate->mapToWindow(object, point)
+                                                         : GeometryDelegate::WindowPoint{};
+    m_window = windowOf(shown.window);
+    m_pointInWindow = QPoint(qFloor(shown.point.x()), qFloor(shown.point.y()));
+    if (item)
+        m_scenePoint = item->mapToScene(point);
+}
+
+std::optional<Obstacle> CallTarget::motion(const SharedPtr<Object> &object)
+{
+    if (m_stillness.isAtRest(object))
+        return std::nullopt;
+    QQuickItem *const carrier = m_stillness.carrier();
+    if (!carrier || carrier == itemOf(object))
+        return Obstacle{QStringLiteral("it is still moving")};
+    return Obstacle{QStringLiteral("%1, which holds it, is still moving"), QtWrapper::wrapAndRegisterQObject(carrier)};
+}
+
+QString CallTarget::whereItIsAimedAt() const
+{
+    return m_aim.point ? QStringLiteral("its point (%1, %2)").arg(m_aim.point->x()).arg(m_aim.point->y())
+                       : QStringLiteral("its middle");
+}
+
+std::optional<Obstacle> CallTarget::cover(const SharedPtr<Object> &object) const
+{
+    const QQuickItem *const item = itemOf(object);
+    const QQuickWindow *const window = item ? item->window() : nullptr;
+    if (!window)
+        return std::nullopt;
+    if (!QRectF(QPointF(), QSizeF(window->size())).contains(m_scenePoint))
+        return Obstacle{QStringLiteral("%1 lies outside of the window").arg(whereItIsAimedAt())};
+    QQuickItem *hit = itemAt(window, m_scenePoint);
+    // Finding out may have run scripts.
+    if (itemOf(object) != item || item->window() != window)
+        return Obstacle{QStringLiteral("the item does not exist any more")};
+    if (hit && isSelfOrAncestor(item, hit))
+        return std::nullopt;
+    // A label or a decoration on top is in nobody's way.
+    const QtWrapper::PressRoad road = QtWrapper::pressRoadTo(item, m_scenePoint, m_aim.button);
+    if (road.reachesTarget)
+        return std::nullopt;
+    if (road.takenBy && !(hit && isSelfOrAncestor(hit, road.takenBy)))
+        hit = road.takenBy;
+    if (!hit || hit == window->contentItem())
+        return Obstacle{QStringLiteral("it can't be hit at %1").arg(whereItIsAimedAt())};
+    const SharedPtr<Object> cover = QtWrapper::wrapAndRegisterQObject(hit);
+    return Obstacle{whereItIsAimedAt() + QStringLiteral(" is covered by %1"), cover, cover};
+}
+
+} // namespace Vantle::Agent
