@@ -3,9 +3,11 @@
 import json
 import re
 import shutil
+import struct
 import subprocess
 import tempfile
 import unittest
+from pathlib import Path
 
 from replaying import Replay, WINDOW
 from vantlesystem import LIMIT
@@ -67,6 +69,51 @@ window.addEventListener("load", () => {
 });
 //]]></script>
 """
+
+
+TWO_WINDOWS = """\
+import QtQuick
+import QtQuick.Controls
+
+Window {
+    id: first
+    visible: true
+    width: 200; height: 100
+    Button { id: here; x: 10; y: 10; width: 100; height: 30 }
+    Window {
+        id: second
+        visible: true
+        width: 120; height: 80
+        Button { id: there; x: 10; y: 40; width: 60; height: 30 }
+    }
+}
+"""
+
+
+class PicturesOfTwoWindows(unittest.TestCase):
+    def test_pictures_are_of_the_window_of_the_object(self):
+        with tempfile.TemporaryDirectory() as directory:
+            document = Path(directory) / "two.qml"
+            document.write_text(TWO_WINDOWS)
+            run = Replay(
+                """\
+mouseClick("WindowQmlImpl#first Button#here", 50, 15, Qt.LeftButton);
+mouseClick("WindowQmlImpl#second Button#there", 30, 20, Qt.LeftButton);
+mouseClick("WindowQmlImpl#first Button#here", 50, 15, Qt.LeftButton);
+mouseClick("WindowQmlImpl#second Button#nowhere", 1, 1, Qt.LeftButton);
+""",
+                "--offscreen", "--report", "report.html", "--timeout", "0.5",
+                program=("/usr/lib/qt6/bin/qmlscene", document),
+            )
+            self.addCleanup(run.__exit__)
+        self.assertEqual(run.status, 1, run.output)
+        points = re.findall(r'class="point" style="left:([\d.]+)%;top:([\d.]+)%"', run.report.read_text())
+        there = ("33.33", "75.00")
+        here = ("30.00", "25.00")
+        self.assertEqual(points, [here, there, here])
+        # The last one was looked for in the window that was not the active one.
+        picture = (run.path / "junit-pictures" / "script-step4.png").read_bytes()
+        self.assertEqual(struct.unpack(">II", picture[16:24]), (120, 80))
 
 
 class ReplayReport(unittest.TestCase):

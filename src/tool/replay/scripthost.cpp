@@ -22,8 +22,9 @@ namespace {
 using namespace std::chrono_literals;
 
 // What a program may take for an answer on top of the time that it was given
-// to wait; after that it counts as hanging.
-constexpr std::chrono::milliseconds shortestPatience = 3s;
+// to wait; after that it counts as hanging. A busy computer may leave it without
+// time for seconds.
+constexpr std::chrono::milliseconds shortestPatience = 10s;
 
 // What moves is somewhere else after this.
 constexpr std::chrono::milliseconds timeOfTwoFrames = 40ms;
@@ -436,8 +437,11 @@ QString ScriptHost::failure(int step, const QString &name, const QString &messag
                             const QJsonObject &target)
 {
     const int number = m_recorder->addFailure(step, message, explanation);
+    // What is not there would be where the closest one is.
+    const QList<Protocol::Candidate> &closest = explanation.candidates;
+    const QJsonObject shown = closest.isEmpty() ? target : QJsonObject{{nameKey, closest.first().name}};
     if (step != 0)
-        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.failure(target));
+        m_recorder->step(step).after = m_recorder->pictures().add(m_camera.failure(shown));
     return jsonOf(
         {{QStringLiteral("error"), message}, {QStringLiteral("name"), name}, {QStringLiteral("failure"), number}});
 }
