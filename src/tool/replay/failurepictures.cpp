@@ -1,7 +1,8 @@
 #include "tool/replay/failurepictures.h"
 
+#include "tool/replay/filewriting.h"
+
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QSet>
 
@@ -20,21 +21,13 @@ QString freeName(const QString &wanted, QSet<QString> *taken)
     return name;
 }
 
-/// Empty, or why the file can't be written.
-QString writePicture(const QString &path, const QByteArray &png)
-{
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(png) == png.size() && file.flush())
-        return QString();
-    return QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString());
-}
-
 } // namespace
 
 QString keepFailurePictures(std::vector<ScriptResult> *results, const QString &junitFile)
 {
     const QFileInfo report(junitFile);
-    if (report.exists() && !report.isFile())
+    // A report that goes nowhere gets no pictures either.
+    if (!report.dir().exists() || (report.exists() && !report.isFile()))
         return QString();
     const QString directory = report.completeBaseName() + QStringLiteral("-pictures");
     QSet<QString> taken;
@@ -44,9 +37,8 @@ QString keepFailurePictures(std::vector<ScriptResult> *results, const QString &j
             const Picture *picture = result.pictures.find(step.after);
             if (!picture || (step.state != Step::Failed && step.state != Step::Broken))
                 continue;
-            report.dir().mkdir(directory);
             const QString name = QStringLiteral("%1/%2-step%3.png").arg(directory, script).arg(step.number);
-            const QString error = writePicture(report.dir().filePath(name), picture->png);
+            const QString error = writeWithFolders(report.dir().filePath(name), picture->png);
             if (!error.isEmpty())
                 return error;
             step.pictureFile = name;

@@ -1,6 +1,7 @@
 #include "tool/replay/imagecheck.h"
 
-#include <QtCore/QDir>
+#include "tool/replay/filewriting.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 
@@ -30,19 +31,9 @@ void removeOldResults(const QString &file)
     QFile::remove(differenceFile(file));
 }
 
-/// Empty, or why the file can't be written.
-QString writePicture(const QString &path, const QByteArray &png)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(png) == png.size() && file.flush())
-        return QString();
-    return QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString());
-}
-
 ImageCheck keepPicture(const QByteArray &found, const QString &file)
 {
-    const QString error = writePicture(file, found);
+    const QString error = writeWithFolders(file, found);
     if (!error.isEmpty())
         return {false, error, {}, {}};
     removeOldResults(file);
@@ -66,9 +57,9 @@ ImageCheck checkImage(const QByteArray &found, const QString &file, const Pictur
         return keepPicture(found, file);
 
     QStringList message{isThere ? difference.message : QStringLiteral("there is no picture %1 yet").arg(file)};
-    const QString writeError = writePicture(foundFile(file), found);
+    const QString writeError = writeWithFolders(foundFile(file), found);
     message.append(writeError.isEmpty() ? QStringLiteral("found: %1").arg(foundFile(file)) : writeError);
-    if (!difference.picture.isEmpty() && writePicture(differenceFile(file), difference.picture).isEmpty())
+    if (!difference.picture.isEmpty() && writeWithFolders(differenceFile(file), difference.picture).isEmpty())
         message.append(QStringLiteral("difference: %1").arg(differenceFile(file)));
     message.append(QStringLiteral("--update-images keeps what was found"));
     return {false, message.join(QStringLiteral("; ")), kept, difference.picture};

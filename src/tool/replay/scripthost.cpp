@@ -1,12 +1,12 @@
 #include "tool/replay/scripthost.h"
 
 #include "tool/replay/explanation.h"
+#include "tool/replay/filewriting.h"
 #include "tool/replay/imagecheck.h"
 #include "tool/replay/stacktrace.h"
 
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
@@ -103,16 +103,6 @@ QString defaultMessage(const QString &function, bool hasDifferences)
     if (function == QLatin1String("test.verify"))
         return QStringLiteral("the condition does not hold");
     return hasDifferences ? QStringLiteral("the values differ") : QString();
-}
-
-bool writeFile(const QString &path, const QByteArray &content, QString *error)
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush())
-        return true;
-    *error = QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString());
-    return false;
 }
 
 } // namespace
@@ -256,9 +246,7 @@ QString ScriptHost::screenshot(const QString &target, const QString &file, const
     const Picture picture = pictureFor(step, target, &problem);
     if (!problem.isEmpty())
         return problem;
-    QString error;
-    if (!file.isEmpty())
-        writeFile(pathOf(file), picture.png, &error);
+    const QString error = file.isEmpty() ? QString() : writeWithFolders(pathOf(file), picture.png);
     if (!error.isEmpty())
         return failure(step, QStringLiteral("ScreenshotFailed"), error);
     m_recorder->step(step).after = m_recorder->pictures().add(picture);
