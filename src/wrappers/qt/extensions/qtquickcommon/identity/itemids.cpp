@@ -144,6 +144,21 @@ QString idForQuickItem(QQuickItem *item)
     return data && data->outerContext ? nameInContext(data->outerContext, item) : QString();
 }
 
+bool mayHaveId(QQuickItem *item, const QByteArray &id)
+{
+    if (!isKnownQt())
+        return true;
+    const QQmlData *data = item ? QQmlData::get(item) : nullptr;
+    const QQmlContextData *context = data ? data->outerContext : nullptr;
+    if (!context)
+        return false;
+    if (nameInIds(context, item)
+        || (context->publicContext() && QQmlContextPrivate::get(context->publicContext())->numPropertyValues() > 0))
+        return true;
+    const QObject *contextObject = context->contextObject();
+    return contextObject && contextObject->metaObject()->indexOfProperty(id) >= 0;
+}
+
 bool normalizeQuickUrlProperty(QQuickItem *item, const char *name, QString &value)
 {
     const QPointer<QQuickItem> guard(item);

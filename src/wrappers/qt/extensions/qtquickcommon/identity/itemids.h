@@ -2,6 +2,7 @@
 
 #include "wrappers/qt/extensions/qtquickcommon/qtquickcommonglobal.h"
 
+#include <QtCore/QByteArray>
 #include <QtCore/QString>
 
 class QQmlEngine;
@@ -19,6 +20,11 @@ namespace Vantle::QtWrapper {
 /// The text is the one that QQmlContext::nameForObject gives, but no property
 /// of the program is read that could not hold the item.
 VANTLEQTQUICKCOMMON_EXPORT QString idForQuickItem(QQuickItem *item);
+
+/// Whether idForQuickItem() may give \p id, which must not be empty, for \p item.
+/// Reads nothing of the program: many items can be ruled out by what their
+/// contexts could name at all, and looking through what they do name costs more.
+bool mayHaveId(QQuickItem *item, const QByteArray &id);
 
 /// Replaces \p value by a text for the URL property \p name of \p item that is
 /// the same on every machine: local files below the directory of the QML

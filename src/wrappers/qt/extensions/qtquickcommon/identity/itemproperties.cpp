@@ -81,6 +81,8 @@ PropertyComparison::Kind PropertyComparison::kindOf(const QString &key)
         return Kind::Type;
     if (key == QLatin1String("objectName"))
         return Kind::ObjectName;
+    if (key == QLatin1String("id"))
+        return Kind::Id;
     return key == QLatin1String("visible") ? Kind::Visible : Kind::Other;
 }
 
@@ -113,10 +115,18 @@ bool PropertyComparison::matches(QQuickItem *item, const Expected &expected)
         return expected.value->matches(storedObjectName(item));
     if (expected.kind == Kind::Visible && hasVisibilityOfItems(item))
         return expected.value->matches(item->isVisible() ? QStringLiteral("true") : QStringLiteral("false"));
+    if (expected.kind == Kind::Id && isOutOfQuestion(item, *expected.value))
+        return false;
     // A class may go, and another one come to its place, when the program runs.
     m_isOfType.type = m_hasVisibilityOfItems.type = nullptr;
     QString text;
     return itemPropertyValue(item, expected.key, &text) && expected.value->matches(text);
+}
+
+bool PropertyComparison::isOutOfQuestion(QQuickItem *item, const PropertyValue &id)
+{
+    return id.modifiers() == PropertyValue::Equals && !id.stringValue().isEmpty()
+        && !mayHaveId(item, id.stringValue().toUtf8());
 }
 
 bool PropertyComparison::isOfType(QQuickItem *item, const PropertyValue &type)

@@ -43,6 +43,7 @@ private:
     enum class Kind : quint8 {
         Type,
         ObjectName,
+        Id,
         Visible,
         Other
     };
@@ -55,6 +56,7 @@ private:
     };
 
     static Kind kindOf(const QString &key);
+    static bool isOutOfQuestion(QQuickItem *item, const PropertyValue &id);
     bool matches(QQuickItem *item, const Expected &expected);
     bool isOfType(QQuickItem *item, const PropertyValue &type);
     bool hasVisibilityOfItems(QQuickItem *item);

@@ -17,6 +17,7 @@
 #include <utility>
 
 using Vantle::QtWrapper::idForQuickItem;
+using Vantle::QtWrapper::mayHaveId;
 
 namespace {
 
@@ -92,8 +93,10 @@ Comparison compareWithQt(QObject *root)
         const QString id = idForQuickItem(item);
         EXPECT_EQ(id, nameFromQt(item)) << item->metaObject()->className() << ' ' << qPrintable(item->objectName());
         ++comparison.items;
-        if (!id.isEmpty())
-            comparison.names.append(id);
+        if (id.isEmpty())
+            continue;
+        comparison.names.append(id);
+        EXPECT_TRUE(mayHaveId(item, id.toUtf8())) << qPrintable(id);
     }
     return comparison;
 }
@@ -354,6 +357,32 @@ TEST(ItemIds, readNoPropertyOnceTheIdIsKnown)
     ASSERT_NE(witness, nullptr);
     EXPECT_EQ(idForQuickItem(itemNamed(root.get(), "c")), QStringLiteral("child"));
     EXPECT_EQ(witness->objectReads + witness->itemReads + witness->otherReads, 0);
+}
+
+TEST(ItemIds, areRuledOutWithoutReadingAnything)
+{
+    QQmlEngine engine;
+    QQmlContext context(engine.rootContext());
+    Witness witness;
+    context.setContextObject(&witness);
+    QQuickItem item;
+    EXPECT_FALSE(mayHaveId(&item, "anyItem")) << "QML did not make it";
+    EXPECT_FALSE(mayHaveId(nullptr, "anyItem"));
+    QQmlEngine::setContextForObject(&item, &context);
+    EXPECT_FALSE(mayHaveId(&item, "nothing"));
+    EXPECT_TRUE(mayHaveId(&item, "anyItem"));
+    EXPECT_EQ(witness.objectReads + witness.itemReads + witness.otherReads, 0);
+}
+
+TEST(ItemIds, areNotRuledOutWhereTheContextHasProperties)
+{
+    QQmlEngine engine;
+    QQmlContext context(engine.rootContext());
+    QQuickItem item;
+    context.setContextProperty(QStringLiteral("known"), &item);
+    QQmlEngine::setContextForObject(&item, &context);
+    EXPECT_TRUE(mayHaveId(&item, "known"));
+    EXPECT_EQ(idForQuickItem(&item), QStringLiteral("known"));
 }
 
 TEST(ItemIds, surviveTheEndOfTheContextObjectAndOfTheContext)
