@@ -124,7 +124,6 @@ TEST_F(PressRoads, EndInControlsAndInLinksOfTexts)
              "TextEdit { objectName: 'cover'; anchors.fill: parent }",
              "TextArea { objectName: 'cover'; anchors.fill: parent; readOnly: true }",
              "Flickable { objectName: 'cover'; anchors.fill: parent }",
-             "MultiPointTouchArea { objectName: 'cover'; anchors.fill: parent }",
          }) {
         load(content);
         EXPECT_EQ(takenBy("target"), QStringLiteral("cover")) << content;
