@@ -8,7 +8,7 @@
 #ifdef __SANITIZE_ADDRESS__
 // A report of leaks tells by a module's name whose they are, also when that
 // module has gone: graphics drivers are unloaded before the program ends.
-extern "C" int dlclose(void * /*handle*/) noexcept
+extern "C" Q_DECL_EXPORT int dlclose(void * /*handle*/) noexcept
 {
     return 0;
 }
