@@ -44,10 +44,6 @@ def drag_corner(window, dx, dy):
 
 def play(recording, window, say):
     """Does it all. Ends with two windows open, the help in front."""
-    say("click the board with Ctrl, with the right button, and for long")
-    window.click(*pentobisession.BOARD, modifiers=["ctrl"])
-    window.click(*pentobisession.BOARD, button=3)
-    window.press_for(pentobisession.BOARD[0], pentobisession.BOARD[1] + 50, 1.2)
     say("open the menu with Shift, close it with Escape")
     window.click(*pentobisession.MENU, modifiers=["shift"])
     window.wait_until_settled()
@@ -70,6 +66,14 @@ def play(recording, window, say):
     drag(window, PICKED_PIECE, BOARD_WAY)
     window.wait_until_settled()
     xdotool("click", 5)
+    window.wait_until_settled()
+    # The board takes no clicks as long as no piece is picked.
+    say("click the board with Ctrl, with the right button, and for long")
+    window.click(*pentobisession.BOARD, modifiers=["ctrl"])
+    window.wait_until_settled()
+    window.click(*pentobisession.BOARD, button=3)
+    window.wait_until_settled()
+    window.press_for(pentobisession.BOARD[0], pentobisession.BOARD[1] + 50, 1.2)
     window.wait_until_settled()
     say("ask for the computer's colours with the toolbar, with Escape out again")
     window.click(*pentobisession.COMPUTER_COLORS)
