@@ -69,12 +69,12 @@ SharedPtr<Object> CallTarget::lookWith(const TargetFinder &finder) const
 {
     if (isByName())
         return finder.look(m_target);
-    return m_object->isNull() ? nullptr : m_object;
+    return m_object && !m_object->isNull() ? m_object : nullptr;
 }
 
 QString CallTarget::nameInMessages() const
 {
-    return isByName() ? m_target.name : m_object->scriptName();
+    return isByName() || !m_object ? m_target.name : m_object->scriptName();
 }
 
 std::optional<Obstacle> CallTarget::obstacle(const SharedPtr<Object> &object)

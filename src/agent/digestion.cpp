@@ -60,21 +60,22 @@ void Digestion::look()
 
 void Digestion::waitForFrameOf(QQuickWindow *window)
 {
+    m_isDrawing = true;
     m_drawing = window;
-    // Comes from the thread that draws.
+    // The first comes from the thread that draws.
     connect(window, &QQuickWindow::frameSwapped, this, &Digestion::frameIsOver, Qt::QueuedConnection);
+    connect(window, &QObject::destroyed, this, &Digestion::frameIsOver, Qt::QueuedConnection);
     m_frameLimit.start(frameLimit);
     window->update();
 }
 
 void Digestion::frameIsOver()
 {
-    // Also called for frames that were on their way when the limit passed.
-    if (!m_frameLimit.isActive() && !m_drawing)
+    // Called several times for one frame, and for those that were on their way.
+    if (!std::exchange(m_isDrawing, false))
         return;
     if (m_drawing)
         m_drawing->disconnect(this);
-    m_drawing.clear();
     m_frameLimit.stop();
     ++m_frames;
     m_idle.start(0);

@@ -34,7 +34,8 @@ private:
     std::function<void()> m_done;
     QTimer m_idle;       // fires when no event is waiting
     QTimer m_frameLimit; // of the window that is drawing
-    QPointer<QQuickWindow> m_drawing;
+    QPointer<QQuickWindow> m_drawing; // null once it is gone
+    bool m_isDrawing = false;
     int m_frames = 0;
 };
 

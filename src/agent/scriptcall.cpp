@@ -73,7 +73,7 @@ ScriptCall::ScriptCall(const Request &request, const TargetFinder *finder, const
 ScriptCall::~ScriptCall()
 {
     // All was done, and has ended the program, as closing its last window does.
-    if (m_isCarriedOut && !m_responder.isOver() && QtWrapper::InputPlayer::self()->isPlayed())
+    if (m_hasEndedProgram && !m_responder.isOver())
         m_responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue()}});
 }
 
@@ -197,7 +197,9 @@ void ScriptCall::carryOut()
     }
     if (unseen)
         QtWrapper::Application::self()->recordEvent(*unseen);
-    m_isCarriedOut = true;
+    // The player of input goes ahead of the agent when the application does.
+    connect(qApp, &QCoreApplication::aboutToQuit, this,
+            [this] { m_hasEndedProgram = QtWrapper::InputPlayer::self()->isPlayed(); });
     // The function has only handed its input over.
     QtWrapper::InputPlayer::self()->whenIdle([self, result](const QString &problem) {
         if (self)

@@ -67,7 +67,7 @@ private:
     /// functions that act on nothing.
     std::vector<std::unique_ptr<CallTarget>> m_targets;
     Digestion m_digestion;
-    bool m_isCarriedOut = false;
+    bool m_hasEndedProgram = false; // after all of its input
 };
 
 } // namespace Vantle::Agent

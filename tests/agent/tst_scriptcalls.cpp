@@ -91,6 +91,8 @@ protected:
     {
         return request("mouseClick", {QStringLiteral("WindowQmlImpl#form #") + QLatin1String(id)}, timeout);
     }
+    /// All that an application tells when it ends, without its end.
+    static void quitApplication() { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }
     int clicks() const { return root()->property("clicks").toInt(); }
 
     Protocol::NotReady obstacle(const QJsonObject &params)
@@ -362,7 +364,12 @@ TEST_F(ScriptCalls, FlicksAreRecordedBehindWhatWasPlayedBefore)
 TEST_F(ScriptCalls, ThatEndTheProgramAreAnswered)
 {
     QObject::connect(
-        window(), &QWindow::visibleChanged, window(), [this] { endAgent(); }, Qt::QueuedConnection);
+        window(), &QWindow::visibleChanged, window(),
+        [this] {
+            quitApplication();
+            endAgent();
+        },
+        Qt::QueuedConnection);
     const QJsonObject result = ask("call", request("closeWindow", {QStringLiteral("WindowQmlImpl#form")}));
     EXPECT_EQ(result.value(QStringLiteral("result")), QJsonValue());
     EXPECT_FALSE(window()->isVisible());
@@ -519,4 +526,52 @@ TEST_F(ScriptCalls, EndThoughAnAnimationNeverDoes)
         })qml");
     ask("call", click("area"));
     EXPECT_EQ(clicks(), 1);
+}
+
+TEST_F(ScriptCalls, ThatEndTheProgramHalfwayHaveFailed)
+{
+    const auto reply = post("call", request("longMouseClick", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    ASSERT_TRUE(waitUntil([&] { return !QtWrapper::InputPlayer::self()->isIdle(); }));
+    quitApplication();
+    endAgent();
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value() && QtWrapper::InputPlayer::self()->isIdle(); }));
+    EXPECT_TRUE((*reply)->isError());
+}
+
+TEST_F(ScriptCalls, SayThatThereIsNoObject)
+{
+    const QJsonValue nothing;
+    for (const auto &params : {
+             request("mouseClick", {nothing}, 50),
+             request("mouseClick", {nothing, 5, 5, static_cast<int>(Qt::LeftButton)}, 50),
+             request("type", {nothing, QStringLiteral("a")}, 50),
+             request("flick", {nothing, 0, 10}, 50),
+             request("grabWidget", {nothing}, 50),
+             request("dragAndDrop", {QStringLiteral("WindowQmlImpl#form #ok"), nothing}, 50),
+         })
+        EXPECT_FALSE(failureOf("call", params).message.isEmpty());
+    ask("call", click("ok"));
+}
+
+TEST_F(ScriptCalls, EndThoughTheWindowThatWasToBeDrawnHasGone)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 200; height: 100; visible: true
+            property Window second
+            Component {
+                id: other
+                Window { property alias mark: rect; visible: true; Rectangle { id: rect; width: 10; height: 10 } }
+            }
+            Component.onCompleted: second = other.createObject(null)
+            function change() { second.mark.x += 1; gone.start() }
+            Timer { id: gone; interval: 1; onTriggered: { form.second.destroy(); form.second = null } }
+            MouseArea { id: area; anchors.fill: parent; onClicked: form.change() }
+        })qml");
+    ask("call", click("area"));
+    ASSERT_TRUE(waitUntil([&] { return !root()->property("second").value<QObject *>(); }));
+    // The agent answers what comes behind it, too.
+    ask("functions");
 }

@@ -221,11 +221,10 @@ void InputPlayer::Private::end()
 
 InputPlayer *InputPlayer::self()
 {
+    Q_ASSERT_X(qApp, "InputPlayer::self", "there must be an application object");
     static QPointer<InputPlayer> player;
-    if (!player) {
-        Q_ASSERT_X(qApp, "InputPlayer::self", "there must be an application object");
+    if (!player)
         player = new InputPlayer(qApp);
-    }
     return player;
 }
 
