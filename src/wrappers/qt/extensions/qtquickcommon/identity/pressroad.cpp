@@ -12,6 +12,7 @@
 #include <QtQuick/private/qquicktext_p.h>
 
 #include <algorithm>
+#include <array>
 
 namespace Vantle::QtWrapper {
 
@@ -25,6 +26,16 @@ bool takesPress(const QQuickPointerHandler *handler, Qt::MouseButton button)
         return false;
     const auto accepted = static_cast<const QQuickPointerDeviceHandler *>(handler)->acceptedButtons();
     return accepted == Qt::NoButton || accepted.testFlag(button);
+}
+
+/// With handlers an item accepts all buttons, whatever it does with them, so
+/// that its class has to tell. Few items have both.
+bool takesPressesItself(const QQuickItem *item)
+{
+    constexpr std::array classes{"QQuickMouseArea", "QQuickAbstractButton", "QQuickTextInput", "QQuickTextEdit",
+                                 "QQuickSlider",    "QQuickRangeSlider",    "QQuickDial",      "QQuickComboBox",
+                                 "QQuickSpinBox",   "QQuickScrollBar",      "QQuickPane",      "QQuickPathView"};
+    return std::any_of(classes.begin(), classes.end(), [item](const char *name) { return item->inherits(name); });
 }
 
 bool takesPress(QQuickItem *item, QPointF point, Qt::MouseButton button)
@@ -41,7 +52,8 @@ bool takesPress(QQuickItem *item, QPointF point, Qt::MouseButton button)
     const auto *const priv = QQuickItemPrivate::get(item);
     if (!priv->hasPointerHandlers())
         return item->acceptedMouseButtons().testFlag(button);
-    // With handlers an item accepts all buttons, whatever it does with them.
+    if (takesPressesItself(item))
+        return true;
     const auto &handlers = priv->extra->pointerHandlers;
     return std::any_of(handlers.cbegin(), handlers.cend(),
                        [button](const QQuickPointerHandler *handler) { return takesPress(handler, button); });

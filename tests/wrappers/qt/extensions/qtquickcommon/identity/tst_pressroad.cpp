@@ -124,6 +124,12 @@ TEST_F(PressRoads, EndInControlsAndInLinksOfTexts)
              "TextEdit { objectName: 'cover'; anchors.fill: parent }",
              "TextArea { objectName: 'cover'; anchors.fill: parent; readOnly: true }",
              "Flickable { objectName: 'cover'; anchors.fill: parent }",
+             "Button { objectName: 'cover'; anchors.fill: parent; HoverHandler {} }",
+             "MouseArea { objectName: 'cover'; anchors.fill: parent; HoverHandler {} }",
+             "TextField { objectName: 'cover'; anchors.fill: parent; HoverHandler {} }",
+             "Flickable { objectName: 'cover'; anchors.fill: parent; HoverHandler {} }",
+             "ComboBox { objectName: 'cover'; anchors.fill: parent; HoverHandler {} }",
+             "Pane { objectName: 'cover'; anchors.fill: parent; HoverHandler {} }",
          }) {
         load(content);
         EXPECT_EQ(takenBy("target"), QStringLiteral("cover")) << content;
