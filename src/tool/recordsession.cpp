@@ -199,6 +199,9 @@ void RecordSession::saveTree()
     m_program.connection()->sendRequest(Protocol::Method::tree, {}, [this](const Reply &reply) {
         if (m_state != State::Stopping || !m_stopTimer.isActive())
             return;
+        // When the program has ended instead, programEnded() says how.
+        if (reply.isError() && reply.error->code == Protocol::Disconnected)
+            return;
         const QString problem = reply.isError()
             ? QStringLiteral("the agent could not tell the objects: %1").arg(reply.error->message)
             : writeTreeFile(m_options.treeFile, reply.result.toObject());
@@ -240,6 +243,8 @@ void RecordSession::programEnded(const ProgramEnd &end)
         reportEndOfRecording(end);
     else if (m_state == State::Starting)
         reportEndBeforeRecording(end);
+    if (m_isSavingTree)
+        giveTreeUp(QStringLiteral("the program has ended ahead of its answer"));
     leave();
 }
 

@@ -163,6 +163,19 @@ TEST_F(RecordEnding, theObjectsOfALargeSceneAreWaitedForBeyondTheLimitOfTheScrip
     EXPECT_TRUE(QFile::exists(path("tree.json")));
 }
 
+TEST_F(RecordEnding, aCrashWhileTheObjectsAreToldIsACrash)
+{
+    const QStringList tree{QStringLiteral("--tree"), path("tree.json")};
+    ToolRun run(recordFake({QStringLiteral("crash-at:tree"), hello, click, wait}, toFile() + tree));
+    ASSERT_TRUE(run.printed(clickLine));
+    run.sendSignal(SIGINT);
+    EXPECT_EQ(run.exitCode(), 2);
+    EXPECT_TRUE(run.errors().contains(QStringLiteral("SIGSEGV"))) << qPrintable(run.errors());
+    EXPECT_TRUE(run.errors().contains(path("tree.json") + QStringLiteral(" is not written")))
+        << qPrintable(run.errors());
+    EXPECT_FALSE(QFile::exists(path("tree.json")));
+}
+
 TEST_F(RecordEnding, objectsThatAnotherCtrlCGivesUpAreAFailure)
 {
     const QStringList tree{QStringLiteral("--tree"), path("tree.json")};

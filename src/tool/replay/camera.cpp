@@ -49,12 +49,12 @@ Picture Camera::window(const QJsonObject &target) const
         params.insert(QStringLiteral("window"), true);
         picture = take(params, &error);
     }
-    return picture.png.isEmpty() ? take({}, &error) : picture;
+    return picture.png.isEmpty() && !m_session->isOverdue() ? take({}, &error) : picture;
 }
 
 Picture Camera::failure(const QJsonObject &target) const
 {
-    return m_showsFailures && m_session->isRunning() ? window(target) : Picture();
+    return m_showsFailures && m_session->isRunning() && !m_session->isOverdue() ? window(target) : Picture();
 }
 
 } // namespace Vantle::Tool::Replay

@@ -130,7 +130,8 @@ Answer ProgramSession::answerFrom(const Pending &reply, const QString &whatIsWro
 {
     if (m_stopped)
         return {Answer::Stopped, {}, {Protocol::InternalError, QStringLiteral("the replay was stopped")}};
-    if (!reply->has_value())
+    m_isOverdue = !reply->has_value();
+    if (m_isOverdue)
         return {Answer::TimedOut, {}, {Protocol::InternalError, whatIsWrong}};
     if (!(*reply)->isError())
         return {Answer::Result, (*reply)->result, {}};
@@ -158,6 +159,7 @@ Answer ProgramSession::request(const QString &method, const QJsonObject &params,
     QElapsedTimer clock;
     clock.start();
     QString problem;
+    limit = std::max(limit, signOfLifeInterval);
     while (!runUntil([&] { return reply->has_value(); }, limit) && !m_stopped) {
         problem = whyOverdue(reply, std::chrono::milliseconds(clock.elapsed()) + patience, patience);
         if (!problem.isEmpty())

@@ -76,6 +76,10 @@ public:
     bool isRunning() const { return m_program != nullptr && !m_end; }
     bool wasStarted() const { return m_program != nullptr; }
 
+    /// Whether the last request got no answer in its time: the next one won't
+    /// get one sooner.
+    bool isOverdue() const { return m_isOverdue; }
+
     /// What to do about a script that has no program.
     static QString noProgramText();
 
@@ -121,6 +125,7 @@ private:
     bool m_ending = false;
     bool m_askedToQuit = false;
     bool m_stopped = false;
+    bool m_isOverdue = false;
 };
 
 } // namespace Vantle::Tool::Replay
