@@ -320,6 +320,11 @@ void Commands::call(const QJsonObject &params, const Responder &responder)
             return json;
         });
     pending->setParent(this);
+    // Told ahead of what may end the program at once.
+    pending->onActing([this] {
+        m_connection->notify(Protocol::Method::acting, {});
+        m_connection->waitForSent(farewellLimit);
+    });
     const QPointer<ScriptCall> guard(pending);
     m_waiting.until(limit, [guard](bool isLast) {
         const bool isDone = !guard || guard->tryNow(isLast);

@@ -72,9 +72,13 @@ ScriptCall::ScriptCall(const Request &request, const TargetFinder *finder, const
 
 ScriptCall::~ScriptCall()
 {
+    if (m_responder.isOver())
+        return;
     // All was done, and has ended the program, as closing its last window does.
-    if (m_hasEndedProgram && !m_responder.isOver())
+    if (m_hasEndedProgram)
         m_responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue()}});
+    else if (!QCoreApplication::instance())
+        m_responder.fail(Protocol::ProgramEnds, QStringLiteral("the program has ended before it was done"));
 }
 
 // What the signature tells about the call. One that fits no overload waits for
@@ -177,6 +181,8 @@ std::optional<EventData> ScriptCall::unseenStatement() const
 
 void ScriptCall::carryOut()
 {
+    if (m_acting)
+        m_acting();
     for (const auto &target : m_targets)
         target->forgetMotion();
     Inspector *const inspector = Inspector::self();

@@ -41,6 +41,9 @@ public:
                std::function<QJsonObject(const SharedPtr<Object> &result, QWindow *window, QPoint point)> answer);
     ~ScriptCall() override;
 
+    /// Has \p handler called when the waiting is over and the function's turn has come.
+    void onActing(std::function<void()> handler) { m_acting = std::move(handler); }
+
     /// One look at the object: whether there is nothing left to wait for, since
     /// the function was called, or can't be. If this \p isLast, the answer says
     /// what was waited for in vain.
@@ -62,6 +65,7 @@ private:
     const TargetFinder *m_finder;
     const Protocol::Responder m_responder;
     const std::function<QJsonObject(const SharedPtr<Object> &, QWindow *, QPoint)> m_answer;
+    std::function<void()> m_acting;
 
     /// What the call acts on, the object whose function it is first. None for
     /// functions that act on nothing.

@@ -36,6 +36,8 @@ enum ErrorCode : int {
     FunctionFailed = -32012,
     /// A handle is not known (any more), or its object is gone.
     ObjectGone = -32013,
+    /// The program has come to its end before all that was asked for was done.
+    ProgramEnds = -32014,
 };
 
 struct Error

@@ -24,6 +24,7 @@ namespace Method {
 inline constexpr QLatin1String hello("hello");                 ///< request, agent to tool
 inline constexpr QLatin1String statement("statement");         ///< notification, agent to tool
 inline constexpr QLatin1String log("log");                     ///< notification, agent to tool
+inline constexpr QLatin1String acting("acting");               ///< notification, agent to tool
 inline constexpr QLatin1String stopRecording("stopRecording"); ///< request, tool to agent
 inline constexpr QLatin1String ping("ping");                   ///< request, tool to agent
 

@@ -575,3 +575,16 @@ TEST_F(ScriptCalls, EndThoughTheWindowThatWasToBeDrawnHasGone)
     // The agent answers what comes behind it, too.
     ask("functions");
 }
+
+TEST_F(ScriptCalls, AreToldOfWhenTheirTurnHasCome)
+{
+    int told = 0;
+    toolEnd()->onNotification(Protocol::Method::acting, [&](const QJsonObject &) { ++told; });
+    find("ok")->setVisible(false);
+    const auto reply = post("call", click("ok"));
+    ask("functions");
+    EXPECT_EQ(told, 0);
+    find("ok")->setVisible(true);
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_EQ(told, 1);
+}

@@ -86,6 +86,7 @@ QString ProgramSession::start(const LaunchOptions &options)
 void ProgramSession::listen()
 {
     Protocol::Connection *agent = m_program->connection();
+    agent->onNotification(Protocol::Method::acting, [this](const QJsonObject &) { m_isUnbegunCall = false; });
     agent->onNotification(Protocol::Method::statement, [this](const QJsonObject &params) {
         if (const auto statement = Statement::fromJson(params))
             Q_EMIT statementRecorded(*statement);
@@ -117,6 +118,8 @@ ProgramSession::Pending ProgramSession::send(const QString &method, const QJsonO
     const auto reply = std::make_shared<std::optional<Reply>>();
     if (!m_program->connection())
         return reply;
+    if (method != Protocol::Method::ping)
+        m_isUnbegunCall = method == Protocol::Method::call;
     const QPointer<ProgramSession> self(this);
     m_program->connection()->sendRequest(method, params, [reply, self](const Reply &answer) {
         *reply = answer;
@@ -135,10 +138,13 @@ Answer ProgramSession::answerFrom(const Pending &reply, const QString &whatIsWro
         return {Answer::TimedOut, {}, {Protocol::InternalError, whatIsWrong}};
     if (!(*reply)->isError())
         return {Answer::Result, (*reply)->result, {}};
-    if ((*reply)->error->code != Protocol::Disconnected)
+    int code = (*reply)->error->code;
+    if (code != Protocol::Disconnected && code != Protocol::ProgramEnds)
         return {Answer::Refused, {}, *(*reply)->error};
     waitForEnd(quitLimit);
-    return {Answer::Ended, {}, {Protocol::Disconnected, QStringLiteral("the program ") + endText()}};
+    if (m_isUnbegunCall)
+        code = Protocol::ProgramEnds;
+    return {Answer::Ended, {}, {code, QStringLiteral("the program ") + endText()}};
 }
 
 Answer ProgramSession::request(const QString &method, const QJsonObject &params, std::chrono::milliseconds limit)

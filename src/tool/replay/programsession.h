@@ -126,6 +126,7 @@ private:
     bool m_askedToQuit = false;
     bool m_stopped = false;
     bool m_isOverdue = false;
+    bool m_isUnbegunCall = false; // the last call, until the agent says that its turn has come
 };
 
 } // namespace Vantle::Tool::Replay

@@ -163,8 +163,10 @@ QString ScriptHost::perform(const QString &kind, const QString &function, const 
         showBefore(step, target);
     const bool wasRunning = m_session->isRunning();
     Answer answer = requestWithin(method, request);
-    // A click may end the program, and then does what it should.
-    if (isAction && wasRunning && answer.kind == Answer::Ended && !m_session->isRunning() && !m_session->diedBadly())
+    // A click may end the program, and then does what it should, unless the
+    // program says that it was not even clicked.
+    const bool mayHaveEndedIt = isAction && wasRunning && answer.error.code != Protocol::ProgramEnds;
+    if (mayHaveEndedIt && answer.kind == Answer::Ended && !m_session->isRunning() && !m_session->diedBadly())
         answer = {Answer::Result, QJsonObject(), {}};
     const QString text = reply(step, answer, target);
     if (isAction && answer.kind == Answer::Result)

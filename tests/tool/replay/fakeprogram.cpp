@@ -194,8 +194,8 @@ void FakeProgram::listen()
                             [](const QJsonObject &, const Responder &responder) { responder.respond(); });
     m_connection->onRequest(Method::functions, [](const QJsonObject &, const Responder &responder) {
         QJsonArray functions;
-        for (const char *name : {"mouseClick", "type", "crash", "leave", "leaveQuietly", "hang", "stall", "play",
-                                 "fail", "echo", "forget", "snooze"})
+        for (const char *name : {"mouseClick", "type", "crash", "leave", "leaveUncalled", "leaveQuietly", "hang",
+                                 "stall", "play", "fail", "echo", "forget", "snooze"})
             functions.append(QJsonObject{{QStringLiteral("name"), QLatin1String(name)},
                                          {QStringLiteral("overloads"), QJsonArray()}});
         responder.respond(QJsonObject{{QStringLiteral("functions"), functions}});
@@ -318,6 +318,10 @@ void FakeProgram::call(const QJsonObject &params, const Responder &responder)
         m_connection->notify(Method::log,
                              {{QStringLiteral("level"), QStringLiteral("warning")},
                               {QStringLiteral("message"), option("log")}});
+    if (function == QLatin1String("leaveUncalled"))
+        std::exit(0);
+    m_connection->notify(Method::acting, {});
+    m_connection->waitForSent(std::chrono::seconds(5));
     if (function != QLatin1String("mouseClick"))
         return callOther(function, arguments, responder);
 

@@ -125,6 +125,13 @@ TEST_F(ReplayEndings, aProgramThatIsStillNeededMustNotLeave)
     }
 }
 
+TEST_F(ReplayEndings, aProgramThatEndsAheadOfTheLastStatementIsNotFine)
+{
+    ToolRun &run = replay("leaveUncalled();\n");
+    EXPECT_TRUE(endsWith(2, run));
+    EXPECT_TRUE(says(run, QStringLiteral("the program ended with exit code 0")));
+}
+
 TEST_F(ReplayEndings, anExitCodeThatIsNotZeroIsADeath)
 {
     ToolRun &run = replay("leave(5);\n");

@@ -108,10 +108,9 @@ TEST_F(ReplayScripts, objectsOfAProgramBeforeAreGone)
     }
     ToolRun &run = replay(head + "\nmouseClick(old, 1, 1);\n");
     EXPECT_TRUE(endsWith(1, run));
-    EXPECT_TRUE(
-        says(run,
-             QStringLiteral("script.js:6:1\n    mouseClick(old, 1, 1);\n  QQuickButton belongs to a program "
-                            "that has ended; look for it again\n")));
+    EXPECT_TRUE(says(run,
+                     QStringLiteral("script.js:6:1\n    mouseClick(old, 1, 1);\n  QQuickButton belongs to a program "
+                                    "that has ended; look for it again\n")));
 }
 
 TEST_F(ReplayScripts, anObjectIsAlwaysTheSameScriptObject)
