@@ -35,6 +35,19 @@ QQuickItem *itemAt(const QQuickWindow *window, QPointF point)
     return hit != window->contentItem() ? hit : nullptr;
 }
 
+/// Why nothing can be done to \p window yet. One that is minimised is not on the
+/// screen either, but can be brought back.
+std::optional<Obstacle> hiddenness(const QWindow *window)
+{
+    if (!window)
+        return std::nullopt;
+    if (!window->isVisible())
+        return Obstacle{QStringLiteral("the window is not visible")};
+    if (!window->isExposed() && !window->windowStates().testFlag(Qt::WindowMinimized))
+        return Obstacle{QStringLiteral("the window is not exposed on the screen")};
+    return std::nullopt;
+}
+
 SharedPtr<Object> blockerOf(const SharedPtr<Object> &object)
 {
     const InteractionDelegate *const delegate = DelegateFactory::self()->interactionDelegate(object->objectClass());
@@ -82,11 +95,8 @@ std::optional<Obstacle> CallTarget::obstacle(const SharedPtr<Object> &object)
     takeAim(object);
     if (m_needs == Needs::Existence)
         return std::nullopt;
-    if (m_needs == Needs::Visibility) {
-        const QWindow *const window = windowOf(object);
-        return !window || window->isVisible() ? std::nullopt
-                                              : std::optional(Obstacle{QStringLiteral("the window is not visible")});
-    }
+    if (m_needs == Needs::Visibility)
+        return hiddenness(windowOf(object));
     if (const QString reason = notReadyReason(object); !reason.isEmpty()) {
         m_stillness.forget();
         return Obstacle{reason, nullptr, blockerOf(object)};

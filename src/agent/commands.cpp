@@ -152,9 +152,10 @@ void Commands::find(const QJsonObject &params, const Responder &responder)
             return true;
         const SharedPtr<Object> object = m_finder.look(target);
         if (!object) {
-            if (isLast)
+            const bool isInVain = isLast || !TargetFinder::mayAppear(target);
+            if (isInVain)
                 answer(responder, failure(m_finder.failure(target)));
-            return isLast;
+            return isInVain;
         }
         const QString reason = mustBeReady ? notReadyReason(object) : QString();
         if (reason.isEmpty()) {

@@ -142,7 +142,7 @@ bool ScriptCall::isFree(CallTarget *target, bool isLast)
     const SharedPtr<Object> object = target->lookWith(*m_finder);
     if (!object && !target->isByName()) {
         m_responder.fail(Protocol::ObjectGone, QStringLiteral("the object is gone"));
-    } else if (!object && isLast) {
+    } else if (!object && (isLast || !TargetFinder::mayAppear(target->target()))) {
         const Protocol::Error error = m_finder->failure(target->target());
         m_responder.fail(error.code, error.message, error.data);
     }

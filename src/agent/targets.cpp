@@ -2,6 +2,7 @@
 
 #include "agent/objecthandles.h"
 #include "hook/class.h"
+#include "hook/objectname.h"
 #include "protocol/fieldreader.h"
 #include "protocol/objectmessages.h"
 #include "wrappers/qt/application.h"
@@ -55,6 +56,11 @@ SharedPtr<Object> TargetFinder::look(const Target &target) const
     const SharedPtr<Object> object = target.handle != 0 ? m_handles->objectFor(target.handle)
                                                         : m_application->objectForName(target.name);
     return object && !object->isNull() ? object : SharedPtr<Object>();
+}
+
+bool TargetFinder::mayAppear(const Target &target)
+{
+    return target.handle == 0 && !ObjectName(target.name).isEmpty();
 }
 
 Protocol::Error TargetFinder::failure(const Target &target) const

@@ -54,6 +54,8 @@ public:
     Found find(const Target &target) const;
     /// Same, without the costly error: null if there is none.
     SharedPtr<Object> look(const Target &target) const;
+    /// Whether waiting makes sense: not for a text that is no name.
+    static bool mayAppear(const Target &target);
     /// The error for a target that look() doesn't find.
     Protocol::Error failure(const Target &target) const;
 

@@ -6,6 +6,7 @@
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QAbstractAnimation>
+#include <QtCore/QElapsedTimer>
 #include <QtQuick/private/qquickwindow_p.h>
 
 using namespace Vantle;
@@ -587,4 +588,18 @@ TEST_F(ScriptCalls, AreToldOfWhenTheirTurnHasCome)
     find("ok")->setVisible(true);
     ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
     EXPECT_EQ(told, 1);
+}
+
+TEST_F(ScriptCalls, WaitForNoNameThatCannotBeOne)
+{
+    QElapsedTimer timer;
+    timer.start();
+    for (const char *name : {"Button[text=x]", "#", "a b["}) {
+        const QJsonArray arguments{QString::fromLatin1(name)};
+        EXPECT_FALSE(failureOf("call", request("mouseClick", arguments, 60000)).message.isEmpty()) << name;
+        const QJsonObject wanted{{QStringLiteral("name"), QString::fromLatin1(name)},
+                                 {QStringLiteral("timeout"), 60000}};
+        EXPECT_EQ(failureOf("find", wanted).code, Protocol::ObjectNotFound) << name;
+    }
+    EXPECT_LT(timer.elapsed(), 60000);
 }

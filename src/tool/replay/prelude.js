@@ -407,12 +407,18 @@
 
     const test = {};
 
-    test.compare = (actual, expected, message) => {
+    test.compare = (...values) => {
+        if (values.length < 2)
+            throw new TypeError("test.compare expects a value and what it should be");
+        const [actual, expected, message] = values;
         const list = differences(actual, expected, "", []);
         return check(list.length === 0, "test.compare", message, list);
     };
 
-    test.verify = (condition, message) => {
+    test.verify = (...values) => {
+        if (values.length < 1)
+            throw new TypeError("test.verify expects a condition");
+        const [condition, message] = values;
         const reason = methods.has(condition) ? methods.get(condition)() : "";
         if (reason)
             return check(false, "test.verify", message === undefined ? reason : `${words(message)} (${reason})`);
