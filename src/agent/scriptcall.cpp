@@ -116,15 +116,14 @@ void ScriptCall::study()
 void ScriptCall::addTarget(qsizetype argument, CallTarget::Needs needs, const CallTarget::Aim &aim)
 {
     const SharedPtr<Object> value = m_request.arguments.at(static_cast<std::size_t>(argument));
-    m_targets.push_back(std::make_unique<CallTarget>(textOf(value), value, needs, aim));
+    m_targets.push_back(std::make_shared<CallTarget>(textOf(value), value, needs, aim));
 }
 
 bool ScriptCall::tryNow(bool isLast)
 {
     const QPointer<ScriptCall> self(this);
     for (std::size_t i = 0; !m_responder.isOver() && i < m_targets.size(); ++i) {
-        const bool isFreeNow = isFree(m_targets.at(i).get(), isLast);
-        // A look may have run an event loop, to the end of the connection.
+        const bool isFreeNow = isFree(m_targets.at(i), isLast);
         if (!self)
             return true;
         if (!isFreeNow)
@@ -137,9 +136,13 @@ bool ScriptCall::tryNow(bool isLast)
 
 /// Whether nothing is in the way of acting on \p target. If this \p isLast, or
 /// there is nothing to be waited for, the answer says what is.
-bool ScriptCall::isFree(CallTarget *target, bool isLast)
+bool ScriptCall::isFree(std::shared_ptr<CallTarget> target, bool isLast)
 {
+    // What is looked at may run an event loop, and this call may be gone behind it.
+    const QPointer<ScriptCall> self(this);
     const SharedPtr<Object> object = target->lookWith(*m_finder);
+    if (!self)
+        return false;
     if (!object && !target->isByName()) {
         m_responder.fail(Protocol::ObjectGone, QStringLiteral("the object is gone"));
     } else if (!object && (isLast || !TargetFinder::mayAppear(target->target()))) {
@@ -149,9 +152,9 @@ bool ScriptCall::isFree(CallTarget *target, bool isLast)
     if (!object)
         return false;
     const std::optional<Obstacle> obstacle = target->obstacle(object);
-    if (obstacle && isLast)
+    if (self && obstacle && isLast)
         failWith(*target, *obstacle);
-    return !obstacle;
+    return self && !obstacle;
 }
 
 void ScriptCall::failWith(const CallTarget &target, const Obstacle &obstacle)

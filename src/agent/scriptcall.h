@@ -55,7 +55,7 @@ public:
 private:
     void study();
     void addTarget(qsizetype argument, CallTarget::Needs needs, const CallTarget::Aim &aim);
-    bool isFree(CallTarget *target, bool isLast);
+    bool isFree(std::shared_ptr<CallTarget> target, bool isLast);
     std::optional<EventData> unseenStatement() const;
     void carryOut();
     void inputDelivered(const SharedPtr<Object> &result, const QString &problem);
@@ -69,7 +69,7 @@ private:
 
     /// What the call acts on, the object whose function it is first. None for
     /// functions that act on nothing.
-    std::vector<std::unique_ptr<CallTarget>> m_targets;
+    std::vector<std::shared_ptr<CallTarget>> m_targets;
     Digestion m_digestion;
     bool m_hasEndedProgram = false; // after all of its input
 };
