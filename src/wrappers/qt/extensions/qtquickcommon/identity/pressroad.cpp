@@ -29,7 +29,7 @@ bool takesPress(const QQuickPointerHandler *handler, Qt::MouseButton button)
 }
 
 /// With handlers an item accepts all buttons, whatever it does with them, so
-/// that its class has to tell. Few items have both.
+/// that its class has to tell.
 bool takesPressesItself(const QQuickItem *item)
 {
     constexpr std::array classes{"QQuickMouseArea", "QQuickAbstractButton", "QQuickTextInput", "QQuickTextEdit",
