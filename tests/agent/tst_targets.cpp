@@ -1,0 +1,190 @@
+#include "formcommands.h"
+
+#include <QtCore/QFile>
+
+using namespace Vantle;
+using namespace VantleTest;
+
+TEST_F(FormCommands, FindGivesOneHandleForOneObject)
+{
+    const QJsonObject found = ask("find", json(R"({"name": "WindowQmlImpl#form Rectangle#save"})"));
+    const auto reference = Protocol::ObjectReference::fromJson(found);
+    ASSERT_TRUE(reference);
+    EXPECT_TRUE(reference->className.startsWith(QStringLiteral("QQuickRectangle")));
+    EXPECT_EQ(reference->name, QStringLiteral("WindowQmlImpl#form Rectangle#save[objectName=\"save\"]:visible"));
+    EXPECT_EQ(handleOf("WindowQmlImpl#form [objectName=\"save\"]"), reference->object);
+    EXPECT_NE(handleOf("WindowQmlImpl#form #twin"), reference->object);
+}
+
+TEST_F(FormCommands, NamesAreLeftOutOnDemand)
+{
+    const auto isNamed = [](const QJsonValue &reference) {
+        return reference.toObject().contains(QStringLiteral("name"));
+    };
+    for (const bool named : {true, false}) {
+        const auto asking = [named](QJsonObject params) {
+            params.insert(QStringLiteral("named"), named);
+            return params;
+        };
+        const QJsonObject found = ask("find", asking(json(R"({"name": "WindowQmlImpl#form Rectangle#save"})")));
+        EXPECT_TRUE(found.contains(QStringLiteral("object")));
+        EXPECT_EQ(isNamed(found), named);
+        const QJsonArray children = ask("children", asking({})).value(QStringLiteral("objects")).toArray();
+        ASSERT_FALSE(children.isEmpty());
+        EXPECT_EQ(isNamed(children.first()), named);
+        const QJsonObject properties = ask("properties",
+                                           asking(
+                                               json(R"({"name": "WindowQmlImpl#form #save", "names": ["parent"]})")));
+        EXPECT_EQ(isNamed(properties), named);
+        EXPECT_EQ(isNamed(properties.value(QStringLiteral("properties")).toObject().value(QStringLiteral("parent"))),
+                  named);
+    }
+    EXPECT_EQ(failureOf("find", json(R"({"name": "WindowQmlImpl#form", "named": 1})")).code, Protocol::InvalidParams);
+}
+
+TEST_F(FormCommands, FindSaysHowCloseItCame)
+{
+    const Protocol::Error error = failureOf("find", json(R"({"name": "WindowQmlImpl#form Rectangle#sav:visible"})"));
+    EXPECT_EQ(error.code, Protocol::ObjectNotFound);
+    const auto data = Protocol::NotFound::fromJson(error.data.toObject());
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->lookedFor, QStringLiteral("WindowQmlImpl#form Rectangle#sav:visible"));
+    EXPECT_TRUE(data->reason.contains(QStringLiteral("id"))) << qPrintable(data->reason);
+    ASSERT_EQ(data->candidates.size(), 5);
+    const Protocol::Candidate best = data->candidates.first();
+    EXPECT_EQ(best.name, QStringLiteral("WindowQmlImpl#form Rectangle#save[objectName=\"save\"]:visible"));
+    ASSERT_EQ(best.differences.size(), 1);
+    EXPECT_EQ(best.differences.first().key, QStringLiteral("id"));
+    EXPECT_EQ(best.differences.first().expected, QStringLiteral("\"sav\""));
+    EXPECT_EQ(best.differences.first().found, QStringLiteral("\"save\""));
+}
+
+TEST_F(FormCommands, FindNamesTheInvisibleItemThatWasToBeVisible)
+{
+    const auto data = Protocol::NotFound::fromJson(
+        failureOf("find", json(R"({"name": "WindowQmlImpl#form Item[objectName=\"hidden\"]:visible"})"))
+            .data.toObject());
+    ASSERT_TRUE(data && !data->candidates.isEmpty());
+    ASSERT_EQ(data->candidates.first().differences.size(), 1);
+    EXPECT_EQ(data->candidates.first().differences.first().key, QStringLiteral("visible"));
+    EXPECT_EQ(data->candidates.first().differences.first().found, QStringLiteral("\"false\""));
+}
+
+TEST_F(FormCommands, FindNamesTheLastOfTooFew)
+{
+    const auto data = Protocol::NotFound::fromJson(
+        failureOf("find", json(R"-({"name": "WindowQmlImpl#form Rectangle:nth(9)"})-")).data.toObject());
+    ASSERT_TRUE(data && !data->candidates.isEmpty());
+    ASSERT_EQ(data->candidates.first().differences.size(), 1);
+    EXPECT_EQ(data->candidates.first().differences.first().key, QStringLiteral("occurrence"));
+    EXPECT_EQ(data->candidates.first().differences.first().expected, QStringLiteral("\"9\""));
+}
+
+TEST_F(FormCommands, FindLooksForTheContainerWhereThatIsMissing)
+{
+    const auto data = Protocol::NotFound::fromJson(
+        failureOf("find", json(R"({"name": "WindowQmlImpl#from Rectangle#save"})")).data.toObject());
+    ASSERT_TRUE(data && !data->candidates.isEmpty());
+    EXPECT_EQ(data->candidates.first().name, QStringLiteral("WindowQmlImpl#form"));
+    EXPECT_EQ(failureOf("find", json(R"({"name": "Window ["})")).code, Protocol::ObjectNotFound);
+    EXPECT_EQ(failureOf("find", json(R"({"name": ""})")).code, Protocol::ObjectNotFound);
+}
+
+TEST_F(FormCommands, FindWaitsUntilTheObjectIsThere)
+{
+    const auto reply = post("find", json(R"({"name": "WindowQmlImpl#form Rectangle#late", "timeout": 20000})"));
+    const auto hopeless = post("find", json(R"({"name": "WindowQmlImpl#form Rectangle#never", "timeout": 50})"));
+    ASSERT_TRUE(waitUntil([&] { return hopeless->has_value(); }));
+    EXPECT_EQ((*hopeless)->error->code, Protocol::ObjectNotFound);
+    EXPECT_FALSE(reply->has_value());
+    find("hidden")->setObjectName(QStringLiteral("other"));
+    QQmlComponent late(qmlEngine(root()));
+    late.setData("import QtQuick\nRectangle { id: late }", {});
+    const std::unique_ptr<QObject> item(late.create());
+    qobject_cast<QQuickItem *>(item.get())->setParentItem(window()->contentItem());
+    ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_FALSE((*reply)->isError());
+}
+
+TEST_F(FormCommands, FindMayWaitForReadiness)
+{
+    EXPECT_FALSE(ask("find", json(R"({"name": "WindowQmlImpl#form [objectName=\"hidden\"]"})")).isEmpty());
+    const QJsonObject ready = json(
+        R"({"name": "WindowQmlImpl#form [objectName=\"hidden\"]", "ready": true, "timeout": 30})");
+    const Protocol::Error error = failureOf("find", ready);
+    EXPECT_EQ(error.code, Protocol::ObjectNotReady);
+    const auto data = Protocol::NotReady::fromJson(error.data.toObject());
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->reason, QStringLiteral("the item is not visible"));
+    find("hidden")->setVisible(true);
+    EXPECT_FALSE(answerTo("find", ready).isError());
+}
+
+TEST_F(FormCommands, HandlesOfTheDeadAndUnknownOnesAreErrors)
+{
+    const int handle = handleOf("WindowQmlImpl#form #save");
+    const QJsonObject target{{QStringLiteral("object"), handle}};
+    EXPECT_EQ(ask("describe", target).value(QStringLiteral("visible")), QJsonValue(true));
+    delete find("save");
+    for (const char *method : {"describe", "properties", "children"})
+        EXPECT_EQ(failureOf(method, target).code, Protocol::ObjectGone) << method;
+    EXPECT_EQ(failureOf("describe", json(R"({"object": 4711})")).code, Protocol::ObjectGone);
+    EXPECT_EQ(failureOf("describe", json(R"({"object": 0})")).code, Protocol::InvalidParams);
+}
+
+TEST_F(FormCommands, ReleasedHandlesAreForgotten)
+{
+    const int handle = handleOf("WindowQmlImpl#form #save");
+    ask("release", {{QStringLiteral("objects"), QJsonArray{handle, 4711}}});
+    EXPECT_EQ(failureOf("describe", {{QStringLiteral("object"), handle}}).code, Protocol::ObjectGone);
+    EXPECT_NE(handleOf("WindowQmlImpl#form #save"), handle);
+    EXPECT_EQ(failureOf("release", json(R"({"objects": ["a"]})")).code, Protocol::InvalidParams);
+}
+
+TEST_F(FormCommands, TargetsAreEitherHandlesOrNames)
+{
+    EXPECT_EQ(failureOf("describe").code, Protocol::InvalidParams);
+    EXPECT_EQ(failureOf("describe", json(R"({"object": 1, "name": "Window"})")).code, Protocol::InvalidParams);
+    EXPECT_EQ(failureOf("describe", json(R"({"name": 1})")).code, Protocol::InvalidParams);
+}
+
+TEST_F(FormCommands, RoundTripFindsEverything)
+{
+    const QJsonObject result = ask("roundTrip");
+    EXPECT_EQ(result.value(QStringLiteral("items")).toInt(), 8) << "the window, its content item, and six items";
+    EXPECT_TRUE(result.value(QStringLiteral("failures")).toArray().isEmpty());
+}
+
+TEST_F(CommandScene, AliasesOfTheNamesFileLeadToObjects)
+{
+    QTemporaryDir directory;
+    QFile file(directory.filePath(QStringLiteral("names.json")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(R"({"saveButton": "WindowQmlImpl#form Rectangle#save"})");
+    file.close();
+    Protocol::HelloResult settings;
+    settings.namesFile = file.fileName();
+    startAgent(settings);
+    load(form);
+    const QJsonObject byAlias = ask("find", json(R"({"name": "@saveButton"})"));
+    EXPECT_EQ(byAlias.value(QStringLiteral("object")).toInt(), handleOf("WindowQmlImpl#form #save"));
+    EXPECT_EQ(failureOf("find", json(R"({"name": "@other"})")).code, Protocol::ObjectNotFound);
+}
+
+TEST_F(CommandScene, ANamesFileThatCannotBeReadIsReportedAndThenIgnored)
+{
+    QStringList logged;
+    toolEnd()->onNotification(Protocol::Method::log, [&](const QJsonObject &params) {
+        const auto log = Protocol::LogMessage::fromJson(params);
+        ASSERT_TRUE(log);
+        EXPECT_EQ(log->level, Protocol::LogMessage::Warning);
+        logged.append(log->message);
+    });
+    Protocol::HelloResult settings;
+    settings.namesFile = QStringLiteral("/nowhere/names.json");
+    startAgent(settings);
+    load(form);
+    EXPECT_NE(handleOf("WindowQmlImpl#form #save"), 0);
+    ASSERT_EQ(logged.size(), 1);
+    EXPECT_TRUE(logged.first().contains(QStringLiteral("/nowhere/names.json"))) << qPrintable(logged.first());
+}
