@@ -2,7 +2,7 @@
 
 #include "agent/commands.h"
 #include "agent/host.h"
-#include "agent/recordingsession.h"
+#include "agent/recording/recordingsession.h"
 #include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtCore/QCoreApplication>

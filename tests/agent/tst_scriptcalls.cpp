@@ -1,6 +1,6 @@
 #include "callscene.h"
 
-#include "agent/recordingsession.h"
+#include "agent/recording/recordingsession.h"
 #include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtQuick/private/qquickwindow_p.h>

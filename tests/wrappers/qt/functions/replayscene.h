@@ -1,7 +1,7 @@
 #pragma once
 
-#include "agent/eventwatcher.h"
-#include "agent/statementmessages.h"
+#include "agent/recording/eventwatcher.h"
+#include "agent/recording/statementmessages.h"
 #include "hook/eventdata.h"
 #include "hook/inspector.h"
 #include "hook/logger.h"

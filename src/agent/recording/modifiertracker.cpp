@@ -1,4 +1,4 @@
-#include "agent/modifiertracker.h"
+#include "agent/recording/modifiertracker.h"
 
 #include "wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"

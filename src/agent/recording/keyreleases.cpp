@@ -1,4 +1,4 @@
-#include "agent/keyreleases.h"
+#include "agent/recording/keyreleases.h"
 
 #include "wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h"
 

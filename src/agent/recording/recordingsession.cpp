@@ -1,7 +1,7 @@
-#include "agent/recordingsession.h"
+#include "agent/recording/recordingsession.h"
 
 #include "agent/host.h"
-#include "agent/statementmessages.h"
+#include "agent/recording/statementmessages.h"
 #include "protocol/connection.h"
 #include "protocol/messages.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "agent/keyreleases.h"
-#include "agent/modifiertracker.h"
-#include "agent/windowsettling.h"
+#include "agent/recording/keyreleases.h"
+#include "agent/recording/modifiertracker.h"
+#include "agent/recording/windowsettling.h"
 #include "hook/shared.h"
 
 #include <QtCore/QObject>

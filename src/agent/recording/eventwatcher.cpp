@@ -1,4 +1,4 @@
-#include "agent/eventwatcher.h"
+#include "agent/recording/eventwatcher.h"
 
 #include "wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"

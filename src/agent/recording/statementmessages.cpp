@@ -1,4 +1,4 @@
-#include "agent/statementmessages.h"
+#include "agent/recording/statementmessages.h"
 
 #include "hook/eventdata.h"
 #include "hook/inspector.h"

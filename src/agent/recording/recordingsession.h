@@ -1,6 +1,6 @@
 #pragma once
 
-#include "agent/eventwatcher.h"
+#include "agent/recording/eventwatcher.h"
 
 namespace Vantle::Protocol {
 class Connection;

@@ -1,6 +1,6 @@
-#include "agent/eventwatcher.h"
+#include "agent/recording/eventwatcher.h"
 
-#include "agent/statementmessages.h"
+#include "agent/recording/statementmessages.h"
 #include "hook/eventdata.h"
 #include "hook/logger.h"
 #include "hook/objectname.h"

@@ -1,4 +1,4 @@
-#include "agent/windowsettling.h"
+#include "agent/recording/windowsettling.h"
 
 #include <QtCore/QEvent>
 #include <QtGui/QGuiApplication>
