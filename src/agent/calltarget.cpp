@@ -2,8 +2,8 @@
 
 #include "agent/objecttree.h"
 #include "hook/delegates.h"
+#include "wrappers/qt/extensions/qtquick/pressroad.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
-#include "wrappers/qt/extensions/qtquickcommon/identity/pressroad.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtQuick/QQuickItem>

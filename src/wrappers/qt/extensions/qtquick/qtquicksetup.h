@@ -1,12 +1,6 @@
 #pragma once
 
-#include <QtCore/qglobal.h>
-
-#ifdef vantleqtquick_objects_EXPORTS
-#  define VANTLEQTQUICK_EXPORT Q_DECL_EXPORT
-#else
-#  define VANTLEQTQUICK_EXPORT Q_DECL_IMPORT
-#endif
+#include "wrappers/qt/extensions/qtquick/qtquickglobal.h"
 
 namespace Vantle::QtWrapper {
 

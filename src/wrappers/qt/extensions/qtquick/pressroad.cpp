@@ -1,7 +1,4 @@
-#include "wrappers/qt/extensions/qtquickcommon/identity/pressroad.h"
-
-#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
-#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting_p.h"
+#include "wrappers/qt/extensions/qtquick/pressroad.h"
 
 #include <QtCore/QVariant>
 #include <QtQuick/QQuickItem>
@@ -60,16 +57,17 @@ bool takesPress(QQuickItem *item, QPointF point, Qt::MouseButton button)
 }
 
 /// Goes down from \p item to whoever ends the road. False if it isn't ended there.
-bool follow(QQuickItem *item, QPointF point, const QQuickItem *target, Qt::MouseButton button, PressRoad *road)
+bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::MouseButton button, PressRoad *road)
 {
+    const QPointF point = item->mapFromScene(scenePoint);
     const bool isInside = item->contains(point);
     if (!isInside && item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
         return false;
-    const QList<QQuickItem *> children = zOrderedChildItems(item);
+    const QList<QQuickItem *> children = QQuickItemPrivate::get(item)->paintOrderChildItems();
     const auto descend = [&](bool isAbove) {
         return std::any_of(children.crbegin(), children.crend(), [&](QQuickItem *child) {
             return (child->z() >= 0) == isAbove && child->isVisible() && child->isEnabled()
-                && follow(child, mapFromParent(*child, point), target, button, road);
+                && follow(child, scenePoint, target, button, road);
         });
     };
     if (descend(true))

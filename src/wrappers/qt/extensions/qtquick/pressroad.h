@@ -1,6 +1,6 @@
 #pragma once
 
-#include "wrappers/qt/extensions/qtquickcommon/qtquickcommonglobal.h"
+#include "wrappers/qt/extensions/qtquick/qtquickglobal.h"
 
 #include <QtCore/QPointF>
 #include <QtCore/Qt>
@@ -25,6 +25,6 @@ struct PressRoad
 ///
 /// An item can decide to let a single press through, which only trying would tell.
 /// Runs on the thread that owns the items; no script of an extension is asked.
-VANTLEQTQUICKCOMMON_EXPORT PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button);
+VANTLEQTQUICK_EXPORT PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button);
 
 } // namespace Vantle::QtWrapper

@@ -1,4 +1,4 @@
-#include "wrappers/qt/extensions/qtquickcommon/identity/pressroad.h"
+#include "wrappers/qt/extensions/qtquick/pressroad.h"
 
 #include "support/waiting.h"
 
