@@ -1,13 +1,19 @@
 #pragma once
 
+#include "agent/recording/dragcrossing.h"
 #include "agent/recording/keyreleases.h"
 #include "agent/recording/modifiertracker.h"
+#include "agent/recording/pointerdelivery.h"
+#include "agent/recording/textruns.h"
+#include "agent/recording/windowchanges.h"
 #include "agent/recording/windowsettling.h"
 #include "hook/shared.h"
 
 #include <QtCore/QObject>
 
 #include <memory>
+
+class QInputEvent;
 
 namespace Vantle::QtWrapper {
 class QtEventRecorder;
@@ -23,6 +29,11 @@ namespace Vantle::Agent {
 /// The one exception are texts of an input method, which go to the focus
 /// object without passing the window. That a program closes a window itself
 /// is not input, nor is what becomes of a window while it comes to the screen.
+///
+/// The way of an event: changes of windows and what the pointer does go to
+/// stages that know what of it means something and what it means, everything
+/// else is translated at once; the record then goes through the line of stages
+/// whose end is the recorder.
 ///
 /// Lives on the thread that owns the user interface.
 class EventWatcher final : public QObject
@@ -45,15 +56,26 @@ public:
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
+    /// Where the line of stages ends: the recorder.
+    class LineEnd;
+
+    void takeEvent(QObject *receiver, QEvent *event);
     void correctModifiers(QObject *receiver, const QInputEvent &event);
-    void flush();
     void record(QObject *receiver, QEvent *event);
+    void letGo();
+    void flush();
 
     SharedPtr<QtWrapper::QtEventRecorder> m_recorder;
     std::unique_ptr<QtWrapper::QtQuickFlickEventGenerator> m_flickGenerator;
+    WindowSettling m_settling;
+    WindowChanges m_windows;
+    PointerDelivery m_pointer;
     KeyReleases m_keyReleases;
     ModifierTracker m_modifiers;
-    WindowSettling m_settling;
+    // The line, in this order.
+    TextRuns m_texts;
+    DragCrossing m_drags;
+    std::unique_ptr<LineEnd> m_end;
 };
 
 } // namespace Vantle::Agent

@@ -29,6 +29,17 @@ Modifier::Value heldIn(const QInputEvent &event)
     return QtWrapper::qtModifiersToModifierValue(static_cast<unsigned int>(event.modifiers().toInt()));
 }
 
+/// Whether it is one with which statements begin that tell modifiers.
+bool beginsSomething(const QInputEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+    case QEvent::Wheel: return true;
+    default: return false;
+    }
+}
+
 } // namespace
 
 void ModifierTracker::noteRecord(const QtWrapper::SyntheticEvent &record)
@@ -43,21 +54,14 @@ void ModifierTracker::noteRecord(const QtWrapper::SyntheticEvent &record)
 
 bool ModifierTracker::isContradictedBy(const QInputEvent &event) const
 {
-    switch (event.type()) {
-    case QEvent::MouseButtonPress:
-    case QEvent::TouchBegin:
-    case QEvent::Wheel:
-        return (m_believed & ~heldIn(event)) != Modifier::None;
-    default:
-        return false;
-    }
+    return beginsSomething(event) && (m_believed & ~heldIn(event)) != Modifier::None;
 }
 
-QList<Qt::Key> ModifierTracker::keysHeldIn(const QInputEvent &event)
+QList<Qt::Key> ModifierTracker::keysMissingFor(const QInputEvent &event) const
 {
     QList<Qt::Key> keys;
     for (const ModifierKey &candidate : modifierKeys) {
-        if ((heldIn(event) & candidate.modifier) != Modifier::None)
+        if (beginsSomething(event) && (heldIn(event) & ~m_believed & candidate.modifier) != Modifier::None)
             keys.append(candidate.key);
     }
     return keys;

@@ -29,9 +29,10 @@ public:
     /// something new with the pointer, shows to be up.
     bool isContradictedBy(const QInputEvent &event) const;
 
-    /// The keys of the modifiers that are held in \p event, believed in or not:
-    /// a release that names the other modifiers instead takes these back.
-    static QList<Qt::Key> keysHeldIn(const QInputEvent &event);
+    /// The keys of the modifiers that \p event, which begins something new with
+    /// the pointer, shows to be held, and that the recorder knows nothing of: they
+    /// went down in another window, or a release that named them took them back.
+    QList<Qt::Key> keysMissingFor(const QInputEvent &event) const;
 
     /// Nothing is believed any more: the recorder was flushed.
     void reset();

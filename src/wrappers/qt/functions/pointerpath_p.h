@@ -1,5 +1,7 @@
 #pragma once
 
+#include "wrappers/qt/dragrules.h"
+
 #include <QtCore/QPoint>
 #include <QtCore/QPointF>
 
@@ -15,11 +17,6 @@ struct Waypoint
     QPointF position;
     int wait = 0;
 };
-
-/// How far a drag of \p distance goes until it is one: exactly the distance
-/// from which on Qt takes a movement for a drag, both axes added up, in the
-/// direction of \p distance, or to the right if that is none.
-QPoint crossingOffset(QPoint distance);
 
 /// The way from \p crossing, where a drag has become one, by \p distance. Slow
 /// at first, since programs see the drag begin at slightly different points,

@@ -6,6 +6,8 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
+#include <algorithm>
+
 namespace Vantle::QtWrapper {
 
 namespace {
@@ -69,6 +71,12 @@ QQuickItem *modalPopupAbove(const QQuickItem *item)
             return nullptr;
     }
     return topmost;
+}
+
+bool holdsOpenModalPopup(const QQuickItem *popupLayer)
+{
+    const QList<QQuickItem *> popups = popupLayer->childItems();
+    return std::any_of(popups.cbegin(), popups.cend(), isOpenModalPopup);
 }
 
 QString popupDescription(const QQuickItem *popup)

@@ -11,6 +11,10 @@ namespace Vantle::QtWrapper {
 /// itself: a click beside a popup is how a user closes it.
 QQuickItem *modalPopupAbove(const QQuickItem *item);
 
+/// Whether a modal popup is open in \p popupLayer, the item in which the popups
+/// of a window live.
+bool holdsOpenModalPopup(const QQuickItem *popupLayer);
+
 /// How a popup is called in messages: type and title or object name.
 QString popupDescription(const QQuickItem *popup);
 

@@ -1,5 +1,7 @@
 #include "wrappers/qt/extensions/qtquick/pressroad.h"
 
+#include "wrappers/qt/extensions/qtquick/modality_p.h"
+
 #include <QtCore/QVariant>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
@@ -37,9 +39,11 @@ bool takesPressesItself(const QQuickItem *item)
 
 bool takesPress(QQuickItem *item, QPointF point, Qt::MouseButton button)
 {
-    // The layer of popups covers the window, but takes only what is to close
-    // one. A mouse area has an `enabled` of its own.
-    if (item->inherits("QQuickOverlay") || !item->property("enabled").toBool())
+    // The layer of popups covers the window, but takes only what an open modal
+    // popup keeps from the rest. A mouse area has an `enabled` of its own.
+    if (item->inherits("QQuickOverlay"))
+        return holdsOpenModalPopup(item);
+    if (!item->property("enabled").toBool())
         return false;
     if (const auto *const flickable = qobject_cast<QQuickFlickable *>(item); flickable && !flickable->isInteractive())
         return false;
@@ -72,7 +76,7 @@ bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::
     };
     if (descend(true))
         return true;
-    if (isInside && (item == target || target->isAncestorOf(item)))
+    if (isInside && target && (item == target || target->isAncestorOf(item)))
         road->reachesTarget = true;
     else if (isInside && takesPress(item, point, button))
         road->takenBy = item;
@@ -86,6 +90,13 @@ PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseBut
     PressRoad road;
     follow(target->window()->contentItem(), scenePoint, target, button, &road);
     return road;
+}
+
+QQuickItem *pressTakerAt(const QQuickWindow *window, QPointF scenePoint, Qt::MouseButton button)
+{
+    PressRoad road;
+    follow(window->contentItem(), scenePoint, nullptr, button, &road);
+    return road.takenBy;
 }
 
 } // namespace Vantle::QtWrapper

@@ -6,6 +6,7 @@
 #include <QtCore/Qt>
 
 class QQuickItem;
+class QQuickWindow;
 
 namespace Vantle::QtWrapper {
 
@@ -26,5 +27,9 @@ struct PressRoad
 /// An item can decide to let a single press through, which only trying would tell.
 /// Runs on the thread that owns the items; no script of an extension is asked.
 VANTLEQTQUICK_EXPORT PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button);
+
+/// What a press at \p scenePoint of \p window goes to: the topmost item there
+/// that takes it; null where nothing does. The same notes as above apply.
+VANTLEQTQUICK_EXPORT QQuickItem *pressTakerAt(const QQuickWindow *window, QPointF scenePoint, Qt::MouseButton button);
 
 } // namespace Vantle::QtWrapper

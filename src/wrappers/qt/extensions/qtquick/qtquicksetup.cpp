@@ -2,6 +2,7 @@
 
 #include "hook/delegates.h"
 #include "wrappers/qt/application.h"
+#include "wrappers/qt/extensions/qtquick/hostmodule.h"
 #include "wrappers/qt/extensions/qtquick/quickchildren_p.h"
 #include "wrappers/qt/extensions/qtquick/quickdelegates_p.h"
 #include "wrappers/qt/extensions/qtquick/quicknames_p.h"
@@ -76,6 +77,8 @@ void setupQtQuick()
     Application::self()->registerTopLevelObjects(itemsWithoutContainer);
     Application::self()->registerFinder(itemClass, findBelow<itemsBelowItem>);
     Application::self()->registerFinder(windowClass, findBelow<itemsBelowWindow>);
+
+    registerHostModule();
 
     // Functions outlive the application, which a host may make anew.
     [[maybe_unused]] static const bool hasFunctions = (setupQuickFunctions(), true);

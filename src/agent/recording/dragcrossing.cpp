@@ -1,0 +1,164 @@
+#include "agent/recording/dragcrossing.h"
+
+#include "wrappers/qt/dragrules.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Vantle::Agent {
+
+namespace {
+
+using QtWrapper::SyntheticEvent;
+
+QPoint globalOf(const SyntheticEvent &record)
+{
+    return {record.globalX, record.globalY};
+}
+
+const SyntheticEvent::TouchPoint *primaryPoint(const SyntheticEvent &record)
+{
+    const auto &points = record.touch.points;
+    return record.touch.primaryIndex < points.size() ? &points[record.touch.primaryIndex] : nullptr;
+}
+
+/// How far the finger is from where it came down, as the patterns measure it.
+QPoint wayOfFinger(const SyntheticEvent &begin, const SyntheticEvent &record)
+{
+    const SyntheticEvent::TouchPoint *const from = primaryPoint(begin);
+    const SyntheticEvent::TouchPoint *const to = primaryPoint(record);
+    if (!from || !to)
+        return {};
+    return {static_cast<int>(to->centerX() - from->centerX()), static_cast<int>(to->centerY() - from->centerY())};
+}
+
+/// Where on \p way, from a press to its release, the player crosses the
+/// threshold when it plays what is left of the way behind that place.
+QPoint crossingOn(QPoint way, int dragDistance)
+{
+    QPoint best = QtWrapper::crossingOffset(way);
+    int leastError = (QtWrapper::crossingOffset(way - best) - best).manhattanLength();
+    for (int x = 0; x <= dragDistance && leastError > 0; ++x) {
+        const QPoint place(way.x() < 0 ? -x : x, way.y() < 0 ? x - dragDistance : dragDistance - x);
+        const int error = (QtWrapper::crossingOffset(way - place) - place).manhattanLength();
+        if (error < leastError) {
+            best = place;
+            leastError = error;
+        }
+    }
+    return best;
+}
+
+} // namespace
+
+void DragCrossing::take(const SyntheticEvent &record)
+{
+    if (record.type == SyntheticEvent::Mouse)
+        takeMouse(record);
+    else if (record.type == SyntheticEvent::Touch)
+        takeTouch(record);
+    else
+        pass(record);
+}
+
+void DragCrossing::takeMouse(const SyntheticEvent &record)
+{
+    switch (record.mouseEventType) {
+    case SyntheticEvent::Press:
+        m_press = record;
+        m_crossing.reset();
+        pass(record);
+        break;
+    case SyntheticEvent::Move:
+        if (!m_press)
+            pass(record);
+        else if (!m_crossing && (globalOf(record) - globalOf(*m_press)).manhattanLength() >= m_dragDistance())
+            m_crossing = record;
+        break;
+    case SyntheticEvent::Release:
+        if (m_press && m_press->button == record.button)
+            endDrag(record);
+        pass(record);
+        break;
+    }
+}
+
+void DragCrossing::endDrag(const SyntheticEvent &release)
+{
+    const SyntheticEvent press = *std::exchange(m_press, std::nullopt);
+    const QPoint way = globalOf(release) - globalOf(press);
+    const int dragDistance = m_dragDistance();
+    if (way.manhattanLength() < dragDistance)
+        return;
+    SyntheticEvent move = m_crossing.value_or(release);
+    move.mouseEventType = SyntheticEvent::Move;
+    move.button = MouseButton::None;
+    const QPoint place = globalOf(press) + crossingOn(way, dragDistance);
+    move.globalX = place.x();
+    move.globalY = place.y();
+    pass(move);
+}
+
+void DragCrossing::takeTouch(const SyntheticEvent &record)
+{
+    switch (record.touch.touchEventType) {
+    case SyntheticEvent::TouchBegin:
+        m_updates.clear();
+        m_begin.reset();
+        if (record.touch.points.size() == 1)
+            m_begin = record;
+        pass(record);
+        break;
+    case SyntheticEvent::TouchUpdate:
+        if (m_begin && record.touch.points.size() > 1)
+            passTouchMoves();
+        if (m_begin)
+            m_updates.push_back(record);
+        else
+            pass(record);
+        break;
+    case SyntheticEvent::TouchEnd:
+        if (m_begin && record.touch.points.size() > 1)
+            passTouchMoves();
+        else if (m_begin)
+            endTouch(record);
+        pass(record);
+        break;
+    }
+}
+
+/// It has become a gesture, in which every move counts.
+void DragCrossing::passTouchMoves()
+{
+    m_begin.reset();
+    const std::vector<SyntheticEvent> updates = std::exchange(m_updates, {});
+    for (const SyntheticEvent &update : updates)
+        pass(update);
+}
+
+void DragCrossing::endTouch(const SyntheticEvent &end)
+{
+    const SyntheticEvent begin = *std::exchange(m_begin, std::nullopt);
+    const std::vector<SyntheticEvent> updates = std::exchange(m_updates, {});
+    const int dragDistance = m_dragDistance();
+    const auto crossing = std::find_if(updates.cbegin(), updates.cend(), [&](const SyntheticEvent &update) {
+        return wayOfFinger(begin, update).manhattanLength() >= dragDistance;
+    });
+    const QPoint way = wayOfFinger(begin, end);
+    if (crossing == updates.cend() && way.manhattanLength() < dragDistance)
+        return;
+    SyntheticEvent move = crossing != updates.cend() ? *crossing : end;
+    move.touch.touchEventType = SyntheticEvent::TouchUpdate;
+    move.touch.primaryIndex = 0;
+    move.touch.points = {*primaryPoint(begin)};
+    SyntheticEvent::TouchPoint &finger = move.touch.points.front();
+    finger.state = SyntheticEvent::TouchPoint::Updated;
+    const QPoint offset = crossingOn(way, dragDistance);
+    finger.globalX += offset.x();
+    finger.globalY += offset.y();
+    finger.x += offset.x();
+    finger.y += offset.y();
+    pass(move);
+}
+
+} // namespace Vantle::Agent
