@@ -12,6 +12,7 @@
 #include "protocol/fieldreader.h"
 #include "protocol/messages.h"
 #include "protocol/objectmessages.h"
+#include "wrappers/qt/functions/inputplayer.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QBuffer>
@@ -115,7 +116,11 @@ Commands::Commands(Host *host, Protocol::Connection *connection)
     registerWaiting(Method::quit, &Commands::quit);
 }
 
-Commands::~Commands() = default;
+Commands::~Commands()
+{
+    // Nobody will let go of what the script holds.
+    QtWrapper::InputPlayer::letGo();
+}
 
 void Commands::registerImmediate(const QString &method, Outcome (Commands::*command)(const QJsonObject &))
 {

@@ -43,11 +43,13 @@ bool isOneOf(const QString &function, std::initializer_list<const char *> names)
 
 CallTarget::Needs needsOf(const QString &function)
 {
-    if (function == QLatin1String("grabWidget"))
+    // The pointer may let go anywhere, and a key goes up wherever the focus is.
+    if (isOneOf(function, {"grabWidget", "mouseRelease", "keyRelease"}))
         return CallTarget::Needs::Existence;
     if (isOneOf(function, {"closeWindow", "moveWindow", "setWindowSize", "setWindowState"}))
         return CallTarget::Needs::Visibility;
-    return function == QLatin1String("type") ? CallTarget::Needs::Readiness : CallTarget::Needs::FreePoint;
+    return isOneOf(function, {"type", "typeText", "keyPress", "mouseMove"}) ? CallTarget::Needs::Readiness
+                                                                            : CallTarget::Needs::FreePoint;
 }
 
 /// Whether the parameter takes an object that the call acts on, or its name.

@@ -36,6 +36,8 @@ void append(QList<Argument> *arguments, Takes what)
     case Takes::Modifiers: append(arguments, QStringLiteral("Qt::KeyboardModifiers"), {"modifiers"}); return;
     case Takes::Button: append(arguments, QStringLiteral("Qt::MouseButton"), {"button"}); return;
     case Takes::Delay: append(arguments, integer, {"delay"}); return;
+    case Takes::Hold: append(arguments, integer, {"hold"}); return;
+    case Takes::Key: append(arguments, text, {"key"}); return;
     case Takes::Text: append(arguments, text, {"text"}); return;
     case Takes::Gesture: append(arguments, text, {"gesture"}); return;
     case Takes::Target: append(arguments, text, {"targetName"}); return;
@@ -69,6 +71,9 @@ const GlobalMethod *makeOverload(GlobalFunction function, const char *name, std:
 using enum Takes;
 
 VANTLE_BY_NAME_FUNCTION(typeByNameFn, type, Text)
+VANTLE_BY_NAME_FUNCTION(typeTextByNameFn, typeText, Text)
+VANTLE_BY_NAME_FUNCTION(keyPressByNameFn, keyPress, Key)
+VANTLE_BY_NAME_FUNCTION(keyReleaseByNameFn, keyRelease, Key)
 VANTLE_BY_NAME_FUNCTION(mouseWheelByNameFn, mouseWheel, Coordinates, WheelDeltas, Modifiers)
 VANTLE_BY_NAME_FUNCTION(flickODByNameFn, flick, Distance)
 VANTLE_BY_NAME_FUNCTION(closeWindowByNameFn, closeWindow)
@@ -92,6 +97,22 @@ VANTLE_BY_NAME_FUNCTION(longMouseClickOByNameFn, longMouseClick)
 VANTLE_BY_NAME_FUNCTION(longMouseClickOBMByNameFn, longMouseClick, Modifiers, Button)
 VANTLE_BY_NAME_FUNCTION(longMouseClickOCBByNameFn, longMouseClick, Coordinates, Button)
 VANTLE_BY_NAME_FUNCTION(longMouseClickOCBMByNameFn, longMouseClick, Coordinates, Modifiers, Button)
+
+VANTLE_BY_NAME_FUNCTION(longMouseClickOHByNameFn, longMouseClick, Hold)
+VANTLE_BY_NAME_FUNCTION(longMouseClickOCBMHByNameFn, longMouseClick, Coordinates, Modifiers, Button, Hold)
+
+VANTLE_BY_NAME_FUNCTION(mouseMoveOByNameFn, mouseMove)
+VANTLE_BY_NAME_FUNCTION(mouseMoveByNameFn, mouseMove, Coordinates)
+
+VANTLE_BY_NAME_FUNCTION(mousePressOByNameFn, mousePress)
+VANTLE_BY_NAME_FUNCTION(mousePressOBMByNameFn, mousePress, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(mousePressOCBByNameFn, mousePress, Coordinates, Button)
+VANTLE_BY_NAME_FUNCTION(mousePressOCBMByNameFn, mousePress, Coordinates, Modifiers, Button)
+
+VANTLE_BY_NAME_FUNCTION(mouseReleaseOByNameFn, mouseRelease)
+VANTLE_BY_NAME_FUNCTION(mouseReleaseOBMByNameFn, mouseRelease, Modifiers, Button)
+VANTLE_BY_NAME_FUNCTION(mouseReleaseOCBByNameFn, mouseRelease, Coordinates, Button)
+VANTLE_BY_NAME_FUNCTION(mouseReleaseOCBMByNameFn, mouseRelease, Coordinates, Modifiers, Button)
 
 VANTLE_BY_NAME_FUNCTION(doubleClickOByNameFn, doubleClick)
 VANTLE_BY_NAME_FUNCTION(doubleClickOBMByNameFn, doubleClick, Modifiers, Button)

@@ -12,9 +12,9 @@ class Method;
 ///
 /// The letters in a name say what the overload takes: O the object, C the
 /// coordinates inside it, B the button, M the modifiers, D in touchAndDrag
-/// first the distance and then the delay, G the gesture, T in dragAndDrop the
-/// name of the target. Where an overload takes both, the modifiers come ahead
-/// of the button.
+/// first the distance and then the delay, H how long the button is held, G the
+/// gesture, T in dragAndDrop the name of the target. Where an overload takes
+/// both, the modifiers come ahead of the button.
 namespace Vantle::QtWrapper {
 
 /// Makes the overloads known to the Inspector's global functions. Further
@@ -22,6 +22,9 @@ namespace Vantle::QtWrapper {
 VANTLEQTWRAPPER_EXPORT void registerByNameFunctions();
 
 VANTLEQTWRAPPER_EXPORT const Method *typeByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *typeTextByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *keyPressByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *keyReleaseByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *mouseWheelByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *flickODByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *closeWindowByNameFn();
@@ -45,6 +48,21 @@ VANTLEQTWRAPPER_EXPORT const Method *longMouseClickOByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *longMouseClickOBMByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *longMouseClickOCBByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *longMouseClickOCBMByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *longMouseClickOHByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *longMouseClickOCBMHByNameFn();
+
+VANTLEQTWRAPPER_EXPORT const Method *mouseMoveOByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mouseMoveByNameFn();
+
+VANTLEQTWRAPPER_EXPORT const Method *mousePressOByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mousePressOBMByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mousePressOCBByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mousePressOCBMByNameFn();
+
+VANTLEQTWRAPPER_EXPORT const Method *mouseReleaseOByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mouseReleaseOBMByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mouseReleaseOCBByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *mouseReleaseOCBMByNameFn();
 
 VANTLEQTWRAPPER_EXPORT const Method *doubleClickOByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *doubleClickOBMByNameFn();

@@ -30,6 +30,9 @@ void PrintTo(const Overload &overload, std::ostream *stream)
 
 const Overload overloads[] = {
     {typeByNameFn, "type", "text:QString"},
+    {typeTextByNameFn, "typeText", "text:QString"},
+    {keyPressByNameFn, "keyPress", "key:QString"},
+    {keyReleaseByNameFn, "keyRelease", "key:QString"},
     {mouseWheelByNameFn, "mouseWheel", "x:int y:int deltaX:int deltaY:int modifiers:Qt::KeyboardModifiers"},
     {flickODByNameFn, "flick", "dx:int dy:int"},
     {closeWindowByNameFn, "closeWindow", ""},
@@ -56,6 +59,22 @@ const Overload overloads[] = {
     {longMouseClickOCBByNameFn, "longMouseClick", "x:int y:int button:Qt::MouseButton"},
     {longMouseClickOCBMByNameFn, "longMouseClick",
      "x:int y:int modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
+    {longMouseClickOHByNameFn, "longMouseClick", "hold:int"},
+    {longMouseClickOCBMHByNameFn, "longMouseClick",
+     "x:int y:int modifiers:Qt::KeyboardModifiers button:Qt::MouseButton hold:int"},
+
+    {mouseMoveOByNameFn, "mouseMove", ""},
+    {mouseMoveByNameFn, "mouseMove", "x:int y:int"},
+
+    {mousePressOByNameFn, "mousePress", ""},
+    {mousePressOBMByNameFn, "mousePress", "modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
+    {mousePressOCBByNameFn, "mousePress", "x:int y:int button:Qt::MouseButton"},
+    {mousePressOCBMByNameFn, "mousePress", "x:int y:int modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
+
+    {mouseReleaseOByNameFn, "mouseRelease", ""},
+    {mouseReleaseOBMByNameFn, "mouseRelease", "modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
+    {mouseReleaseOCBByNameFn, "mouseRelease", "x:int y:int button:Qt::MouseButton"},
+    {mouseReleaseOCBMByNameFn, "mouseRelease", "x:int y:int modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
 
     {doubleClickOByNameFn, "doubleClick", ""},
     {doubleClickOBMByNameFn, "doubleClick", "modifiers:Qt::KeyboardModifiers button:Qt::MouseButton"},
@@ -74,8 +93,7 @@ const Overload overloads[] = {
 
     {touchAndDragOCDByNameFn, "touchAndDrag", "x:int y:int dx:int dy:int"},
     {touchAndDragOCDMByNameFn, "touchAndDrag", "x:int y:int dx:int dy:int modifiers:Qt::KeyboardModifiers"},
-    {touchAndDragOCDMDByNameFn, "touchAndDrag",
-     "x:int y:int dx:int dy:int modifiers:Qt::KeyboardModifiers delay:int"},
+    {touchAndDragOCDMDByNameFn, "touchAndDrag", "x:int y:int dx:int dy:int modifiers:Qt::KeyboardModifiers delay:int"},
 };
 
 class ByNameFunction : public testing::TestWithParam<Overload>

@@ -2,9 +2,11 @@
 
 #include "hook/object.h"
 
+#include <QtCore/QList>
 #include <QtCore/QPointF>
 #include <QtCore/QPointer>
 #include <QtCore/QString>
+#include <QtCore/qnamespace.h>
 #include <QtGui/QWindow>
 
 #include <functional>
@@ -26,9 +28,24 @@ struct InputStep
     std::function<void(InputDevices &devices)> deliver;
 };
 
+/// What is held beyond the ends of actions, and where the mouse is.
+struct HeldInput
+{
+    QPointer<QWindow> mouseWindow; ///< null before the mouse has been anywhere
+    QPointF mousePosition;         ///< on the screen
+    Qt::MouseButtons buttons;
+    /// The window where the first of the buttons was pressed, which gets all
+    /// that the mouse does until the last is up.
+    QPointer<QWindow> pressWindow;
+    QList<int> keys; ///< without those of modifiers
+    Qt::KeyboardModifiers modifiers;
+};
+
 /// Where and how an action is carried out, settled when its turn comes.
 struct InputPlan
 {
+    /// What is held when the action begins.
+    HeldInput before;
     QPointer<QWindow> window;
     /// The point of action in the window's coordinates.
     QPointF point;

@@ -76,8 +76,9 @@ void InputDevices::moveMouse(QWindow *window, QPointF global)
 
 void InputDevices::pressButton(QWindow *window, QPointF global, Qt::MouseButton button)
 {
+    if (!m_buttons)
+        m_pressWindow = window;
     m_buttons |= button;
-    m_mouseWindow = window;
     sendMouse(window, global, button, QEvent::MouseButtonPress);
 }
 
@@ -90,6 +91,7 @@ void InputDevices::releaseButton(QWindow *window, QPointF global, Qt::MouseButto
 void InputDevices::sendMouse(QWindow *window, QPointF global, Qt::MouseButton button, QEvent::Type type)
 {
     m_mousePosition = global;
+    m_mouseWindow = window;
     const ulong time = now();
     if (type == QEvent::MouseButtonPress)
         m_lastPress = time;
@@ -143,11 +145,47 @@ void InputDevices::releaseModifiers(QWindow *window, Qt::KeyboardModifiers modif
 {
     const QPointer<QWindow> guard(window);
     for (auto it = modifierKeys.rbegin(); it != modifierKeys.rend(); ++it) {
-        if (!modifiers.testFlag(it->modifier) || !m_modifiers.testFlag(it->modifier))
+        if (!(modifiers & ~keptModifiers()).testFlag(it->modifier) || !m_modifiers.testFlag(it->modifier))
             continue;
         m_modifiers.setFlag(it->modifier, false);
         QWindowSystemInterface::handleKeyEvent<Synchronous>(guard, now(), QEvent::KeyRelease, it->key, m_modifiers);
     }
+}
+
+Qt::KeyboardModifiers InputDevices::keptModifiers() const
+{
+    Qt::KeyboardModifiers kept = m_heldModifiers;
+    for (const Qt::KeyboardModifiers modifiers : m_modifiersOfButtons)
+        kept |= modifiers;
+    return kept;
+}
+
+void InputDevices::holdModifiersWith(Qt::MouseButton button, QWindow *window, Qt::KeyboardModifiers modifiers)
+{
+    m_modifiersOfButtons[button] |= modifiers;
+    pressModifiers(window, modifiers);
+}
+
+void InputDevices::releaseModifiersOf(Qt::MouseButton button, QWindow *window)
+{
+    releaseModifiers(window, m_modifiersOfButtons.take(button));
+}
+
+void InputDevices::holdModifiers(QWindow *window, Qt::KeyboardModifiers modifiers)
+{
+    m_heldModifiers |= modifiers;
+    pressModifiers(window, modifiers);
+}
+
+void InputDevices::dropModifiers(QWindow *window, Qt::KeyboardModifiers modifiers)
+{
+    m_heldModifiers &= ~modifiers;
+    releaseModifiers(window, modifiers);
+}
+
+HeldInput InputDevices::held() const
+{
+    return {m_mouseWindow, m_mousePosition, m_buttons, m_pressWindow, m_keys.keys(), m_heldModifiers};
 }
 
 void InputDevices::touch(QWindow *window, const QList<Finger> &fingers)
@@ -196,11 +234,13 @@ void InputDevices::letGo()
         QWindowSystemInterface::handleTouchCancelEvent<Synchronous>(m_touchWindow, now(), touchScreen(), m_modifiers);
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
         if (m_buttons.testFlag(button))
-            releaseButton(m_mouseWindow, m_mousePosition, button);
+            releaseButton(m_pressWindow, m_mousePosition, button);
     }
     const QHash<int, Qt::KeyboardModifiers> keys = m_keys;
     for (auto it = keys.cbegin(); it != keys.cend(); ++it)
         releaseKey(m_keyWindow, it.key(), it.value(), QString());
+    m_modifiersOfButtons.clear();
+    m_heldModifiers = {};
     releaseModifiers(m_keyWindow, m_modifiers);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "wrappers/qt/functions/inputaction_p.h"
+
 #include <QtCore/QEvent>
 #include <QtCore/QHash>
 #include <QtCore/QList>
@@ -54,12 +56,23 @@ public:
     /// \p modifiers come on top of those whose keys are held.
     void pressKey(QWindow *window, int key, Qt::KeyboardModifiers modifiers, const QString &text);
     void releaseKey(QWindow *window, int key, Qt::KeyboardModifiers modifiers, const QString &text);
-    /// The keys of \p modifiers, in a fixed order and back.
+    /// The keys of \p modifiers, in a fixed order and back. Those that are held
+    /// with a button or for themselves stay down.
     void pressModifiers(QWindow *window, Qt::KeyboardModifiers modifiers);
     void releaseModifiers(QWindow *window, Qt::KeyboardModifiers modifiers);
 
+    /// Presses the keys of \p modifiers and keeps them down for as long as
+    /// \p button is held, until releaseModifiersOf().
+    void holdModifiersWith(Qt::MouseButton button, QWindow *window, Qt::KeyboardModifiers modifiers);
+    void releaseModifiersOf(Qt::MouseButton button, QWindow *window);
+    /// Presses the keys of \p modifiers and keeps them down until dropModifiers().
+    void holdModifiers(QWindow *window, Qt::KeyboardModifiers modifiers);
+    void dropModifiers(QWindow *window, Qt::KeyboardModifiers modifiers);
+
     /// All fingers that are on the screen, and those that leave it.
     void touch(QWindow *window, const QList<Finger> &fingers);
+
+    HeldInput held() const;
 
     /// Lets go of everything, in windows that may be gone.
     void letGo();
@@ -67,6 +80,7 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(InputDevices)
 
+    Qt::KeyboardModifiers keptModifiers() const;
     void sendMouse(QWindow *window, QPointF global, Qt::MouseButton button, QEvent::Type type);
     void sendKey(QWindow *window, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString &text);
     const QPointingDevice *touchScreen();
@@ -77,9 +91,12 @@ private:
     Qt::MouseButtons m_buttons;
     QPointF m_mousePosition;
     Qt::KeyboardModifiers m_modifiers;
-    QPointer<QWindow> m_mouseWindow;
+    QPointer<QWindow> m_mouseWindow; ///< where the mouse is
+    QPointer<QWindow> m_pressWindow;
     QPointer<QWindow> m_keyWindow;
     QPointer<QWindow> m_touchWindow;
+    QHash<Qt::MouseButton, Qt::KeyboardModifiers> m_modifiersOfButtons;
+    Qt::KeyboardModifiers m_heldModifiers;    ///< for themselves
     QHash<int, Qt::KeyboardModifiers> m_keys; ///< held keys, but for modifiers
     bool m_isTouching = false;
     QPointer<QPointingDevice> m_touchScreen;

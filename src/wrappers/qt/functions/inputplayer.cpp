@@ -5,6 +5,7 @@
 #include "wrappers/qt/functions/inputtarget_p.h"
 
 #include <QtCore/QDeadlineTimer>
+#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/qpa/qwindowsysteminterface.h>
@@ -25,6 +26,8 @@ constexpr auto ActivationCheck = 5ms;
 
 /// What setBeforeAction() was given last.
 std::function<void()> beforeAction;
+
+QPointer<InputPlayer> thePlayer;
 
 /// An action and who wants to know about its end.
 struct Entry
@@ -53,6 +56,7 @@ public:
     Private();
 
     void turn();
+    void letGo() { m_devices.letGo(); }
     void schedule(std::chrono::milliseconds wait = 0ms) { m_timer.start(wait); }
 
     std::deque<Entry> queue;
@@ -148,6 +152,7 @@ void InputPlayer::Private::activate()
 
 void InputPlayer::Private::prepare()
 {
+    plan.before = m_devices.held();
     const QString reason = current.action.prepare(&plan);
     if (!reason.isEmpty()) {
         fail(reason);
@@ -222,10 +227,9 @@ void InputPlayer::Private::end()
 InputPlayer *InputPlayer::self()
 {
     Q_ASSERT_X(qApp, "InputPlayer::self", "there must be an application object");
-    static QPointer<InputPlayer> player;
-    if (!player)
-        player = new InputPlayer(qApp);
-    return player;
+    if (!thePlayer)
+        thePlayer = new InputPlayer(qApp);
+    return thePlayer;
 }
 
 InputPlayer::InputPlayer(QObject *parent) : QObject(parent), m_private(std::make_unique<Private>())
@@ -254,6 +258,12 @@ void InputPlayer::whenIdle(Callback callback)
         m_private->idleCallbacks.push_back(std::move(callback));
         m_private->schedule();
     }
+}
+
+void InputPlayer::letGo()
+{
+    if (thePlayer)
+        thePlayer->m_private->letGo();
 }
 
 QWindow *InputPlayer::lastWindow() const

@@ -24,6 +24,9 @@ struct InputAction;
 /// an event loop of its own, such as a click that shows a modal dialog, holds
 /// nothing up: the next steps come from that loop.
 ///
+/// Buttons and keys that a script presses by themselves stay held from one
+/// action to the next.
+///
 /// When the object or the window dies in the middle of an action, what is held
 /// is let go, and the action ends with an error. That is no error if all that
 /// is left is to let go, since the input was there.
@@ -58,6 +61,10 @@ public:
     /// That the input is delivered doesn't mean that its last step has returned
     /// from an event loop that it opened.
     void whenIdle(Callback callback);
+
+    /// Lets go of all buttons and keys that scripts hold beyond the ends of
+    /// their actions. For the end of a script. Doesn't make the player.
+    static void letGo();
 
     /// Where the action happens that is being played or was played last: its
     /// window, null before the first action and after the window's end, and the

@@ -60,7 +60,7 @@ std::optional<QPointF> mapToScreen(const SharedPtr<Object> &object, QPointF poin
 }
 
 std::optional<PointOfAction> pointOfAction(const SharedPtr<Object> &object, const std::optional<QPoint> &point,
-                                           QString *problem)
+                                           QString *problem, Reach reach)
 {
     QWindow *const window = windowShowing(object);
     if (!window) {
@@ -73,7 +73,7 @@ std::optional<PointOfAction> pointOfAction(const SharedPtr<Object> &object, cons
         const std::optional<QPointF> middle = mapToScreen(object, QPointF(*point) + QPointF(0.5, 0.5));
         result.global = pixelMeaning(geometry, object, *point, *middle);
     }
-    if (!QRectF(QPointF(), QSizeF(window->size())).contains(result.local())) {
+    if (reach == Reach::Window && !QRectF(QPointF(), QSizeF(window->size())).contains(result.local())) {
         *problem = QStringLiteral("the point %1 of the window, where it would be done, is outside of it")
                        .arg(pointText(result.local()));
         return std::nullopt;

@@ -25,11 +25,17 @@ struct PointOfAction
     QPointF local() const { return window ? window->mapFromGlobal(global) : global; }
 };
 
+/// Whether a pointer may also be told to go where the window isn't.
+enum class Reach {
+    Window,
+    Screen
+};
+
 /// Where the pixel \p point of \p object, in the object's own coordinates, is
 /// now; without one, the middle of the object. Nothing, and the reason in
 /// \p problem, where no pointer of a user would reach it.
 std::optional<PointOfAction> pointOfAction(const SharedPtr<Object> &object, const std::optional<QPoint> &point,
-                                           QString *problem);
+                                           QString *problem, Reach reach = Reach::Window);
 
 /// Where the exact point is, on the screen. Nothing for an object in no window.
 std::optional<QPointF> mapToScreen(const SharedPtr<Object> &object, QPointF point);

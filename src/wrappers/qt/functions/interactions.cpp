@@ -89,6 +89,14 @@ std::optional<Qt::KeyboardModifiers> modifiersOf(int value)
     return std::nullopt;
 }
 
+std::optional<int> holdOf(int value)
+{
+    if (value >= 0)
+        return value;
+    Inspector::self()->raiseError(QStringLiteral("No button can be held for %1 ms").arg(value));
+    return std::nullopt;
+}
+
 /// Reads one thing into \p call. False if the script has been told what is wrong with it.
 bool read(ArgumentReader *arguments, Takes what, Interaction *call)
 {
@@ -113,7 +121,13 @@ bool read(ArgumentReader *arguments, Takes what, Interaction *call)
         return button.has_value();
     }
     case Takes::Delay: call->delay = arguments->integer(); return true;
+    case Takes::Hold: {
+        const std::optional<int> hold = holdOf(arguments->integer());
+        call->hold = hold;
+        return hold.has_value();
+    }
     case Takes::Text:
+    case Takes::Key:
     case Takes::Gesture: call->text = arguments->text(); return true;
     case Takes::Target: call->target = arguments->object(); return !call->target.isNull();
     case Takes::TargetCoordinates: call->targetCoordinates = arguments->point(); return true;

@@ -26,7 +26,9 @@ enum class Takes {
     Modifiers,
     Button,
     Delay,
+    Hold,
     Text,
+    Key,
     Gesture,
     Target,
     TargetCoordinates,
@@ -44,7 +46,8 @@ struct Interaction
     int state = 0;
     Qt::KeyboardModifiers modifiers;
     Qt::MouseButton button = Qt::LeftButton;
-    int delay = 0; ///< milliseconds
+    int delay = 0;           ///< milliseconds
+    std::optional<int> hold; ///< milliseconds; without, as long as a long press takes
     QString text;
     SharedPtr<Object> target;
     std::optional<QPoint> targetCoordinates;
@@ -59,7 +62,13 @@ SharedPtr<Object> mouseDrag(const Interaction &call);
 SharedPtr<Object> longMouseDrag(const Interaction &call);
 SharedPtr<Object> dragAndDrop(const Interaction &call);
 SharedPtr<Object> mouseWheel(const Interaction &call);
+SharedPtr<Object> mouseMove(const Interaction &call);
+SharedPtr<Object> mousePress(const Interaction &call);
+SharedPtr<Object> mouseRelease(const Interaction &call);
 SharedPtr<Object> type(const Interaction &call);
+SharedPtr<Object> typeText(const Interaction &call);
+SharedPtr<Object> keyPress(const Interaction &call);
+SharedPtr<Object> keyRelease(const Interaction &call);
 SharedPtr<Object> tapObject(const Interaction &call);
 SharedPtr<Object> doubleTap(const Interaction &call);
 SharedPtr<Object> touchAndDrag(const Interaction &call);

@@ -1,9 +1,9 @@
 #include "wrappers/qt/functions/interactions_p.h"
 
 #include "hook/inspector.h"
-#include "wrappers/qt/functions/inputdevices_p.h"
+#include "wrappers/qt/dragrules.h"
+#include "wrappers/qt/functions/mousescript_p.h"
 #include "wrappers/qt/functions/pointerpath_p.h"
-#include "wrappers/qt/functions/pointerscript_p.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QStyleHints>
@@ -26,45 +26,6 @@ int longHold()
     const QStyleHints *const hints = QGuiApplication::styleHints();
     return std::max(2 * hints->mouseDoubleClickInterval(), hints->mousePressAndHoldInterval()) + margin;
 }
-
-/// Writes the steps of what the mouse does with one button.
-class MouseScript : public PointerScript
-{
-public:
-    MouseScript(const PointOfAction &start, Qt::MouseButton button, InputPlan *plan)
-        : PointerScript(start, plan)
-        , m_button(button)
-    {
-    }
-
-    void moveTo(QPointF global, int wait)
-    {
-        setPosition(global);
-        add({wait, 0, false,
-             [window = window(), global](InputDevices &devices) { devices.moveMouse(window, global); }});
-    }
-    void press(int wait)
-    {
-        add({wait, 0, false, [window = window(), at = position(), button = m_button](InputDevices &devices) {
-                 devices.pressButton(window, at, button);
-             }});
-    }
-    void release(int wait, int rest = 0)
-    {
-        add({wait, rest, true, [window = window(), at = position(), button = m_button](InputDevices &devices) {
-                 devices.releaseButton(window, at, button);
-             }});
-    }
-    void turnWheel(QPoint angle, int wait)
-    {
-        add({wait, 0, false, [window = window(), at = position(), angle](InputDevices &devices) {
-                 devices.turnWheel(window, at, angle);
-             }});
-    }
-
-private:
-    Qt::MouseButton m_button;
-};
 
 /// Plays what \p write does with the mouse at the point that the call wants,
 /// with the modifiers held.
@@ -148,7 +109,7 @@ SharedPtr<Object> mouseClick(const Interaction &call)
 
 SharedPtr<Object> longMouseClick(const Interaction &call)
 {
-    return playClick(QStringLiteral("longMouseClick"), call, longHold());
+    return playClick(QStringLiteral("longMouseClick"), call, call.hold.value_or(longHold()));
 }
 
 SharedPtr<Object> doubleClick(const Interaction &call)

@@ -18,21 +18,7 @@ int dragDistance()
     return QGuiApplication::styleHints()->startDragDistance();
 }
 
-int withSignOf(int value, int sign)
-{
-    return sign < 0 ? -value : value;
-}
-
 } // namespace
-
-QPoint crossingOffset(QPoint distance)
-{
-    const double dx = std::abs(static_cast<double>(distance.x()));
-    const double dy = std::abs(static_cast<double>(distance.y()));
-    const int total = dragDistance();
-    const int x = dx + dy > 0 ? static_cast<int>(std::lround(total * dx / (dx + dy))) : total;
-    return {withSignOf(x, distance.x()), withSignOf(total - x, distance.y())};
-}
 
 std::vector<Waypoint> wayBehindCrossing(QPointF crossing, QPoint distance)
 {

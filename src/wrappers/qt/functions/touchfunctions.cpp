@@ -1,6 +1,7 @@
 #include "wrappers/qt/functions/interactions_p.h"
 
 #include "hook/inspector.h"
+#include "wrappers/qt/dragrules.h"
 #include "wrappers/qt/functions/gesturesteps_p.h"
 #include "wrappers/qt/functions/inputdevices_p.h"
 #include "wrappers/qt/functions/inputplayer.h"

@@ -78,6 +78,30 @@ std::optional<Keystroke> namedKey(QString name)
     return Keystroke{key, (modifiers & ModifiersOfNames) | keypad, textOfKey(key, modifiers)};
 }
 
+std::optional<Keystroke> keyInBrackets(const QString &text)
+{
+    const bool hasBrackets = text.size() > 2 && text.startsWith(u'<') && text.endsWith(u'>');
+    return hasBrackets ? namedKey(text.mid(1, text.size() - 2)) : std::nullopt;
+}
+
+std::optional<Keystroke> modifierInBrackets(const QString &text)
+{
+    struct Name
+    {
+        const char *text;
+        Qt::KeyboardModifier modifier;
+    };
+    constexpr Name names[]{{"<Ctrl>", Qt::ControlModifier},
+                           {"<Shift>", Qt::ShiftModifier},
+                           {"<Alt>", Qt::AltModifier},
+                           {"<Meta>", Qt::MetaModifier}};
+    for (const Name &name : names) {
+        if (text == QLatin1String(name.text))
+            return Keystroke{0, name.modifier, {}};
+    }
+    return std::nullopt;
+}
+
 bool isAscii(const QString &text)
 {
     return std::all_of(text.cbegin(), text.cend(), [](QChar character) { return character.unicode() < 0x80; });
@@ -87,20 +111,21 @@ bool isAscii(const QString &text)
 
 std::optional<TypedText> parseTypedText(const QString &text, QString *problem)
 {
-    TypedText result;
-    if (text.size() > 1 && text.startsWith(u'<')) {
-        const std::optional<Keystroke> key = text.endsWith(u'>') ? namedKey(text.mid(1, text.size() - 2))
-                                                                 : std::nullopt;
-        if (!key) {
-            *problem = QStringLiteral("\"%1\" is not the name of a key. To type a text that begins with \"<\", type "
-                                      "that character by itself first")
-                           .arg(text);
-            return std::nullopt;
-        }
-        result.keystrokes.append(*key);
-        return result;
+    if (text.size() <= 1 || !text.startsWith(u'<'))
+        return literalText(text, problem);
+    const std::optional<Keystroke> key = keyInBrackets(text);
+    if (!key) {
+        *problem = QStringLiteral(
+                       "\"%1\" is not the name of a key. To type a text that begins with \"<\", use typeText")
+                       .arg(text);
+        return std::nullopt;
     }
+    return TypedText{{*key}, {}};
+}
 
+std::optional<TypedText> literalText(const QString &text, QString *problem)
+{
+    TypedText result;
     const QList<uint> characters = text.toUcs4();
     for (const uint character : characters) {
         const std::optional<Keystroke> key = keyWriting(character);
@@ -113,6 +138,19 @@ std::optional<TypedText> parseTypedText(const QString &text, QString *problem)
     if (text.size() > 1 && !isAscii(text))
         result.commit = text;
     return result;
+}
+
+std::optional<Keystroke> parseKey(const QString &text, QString *problem)
+{
+    if (const std::optional<Keystroke> modifier = modifierInBrackets(text))
+        return modifier;
+    const bool isCharacter = text.toUcs4().size() == 1;
+    const std::optional<Keystroke> key = isCharacter ? keyWriting(text.toUcs4().first()) : keyInBrackets(text);
+    if (!key) {
+        *problem = QStringLiteral("\"%1\" is no key: expected one character, or the name of a key such as \"<Shift>\"")
+                       .arg(text);
+    }
+    return key;
 }
 
 } // namespace Vantle::QtWrapper

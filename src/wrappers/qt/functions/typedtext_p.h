@@ -35,4 +35,14 @@ struct TypedText
 /// name that is no key's and for characters that no key writes.
 std::optional<TypedText> parseTypedText(const QString &text, QString *problem);
 
+/// Reads \p text as it stands: whatever begins with "<" is no name of a key.
+/// Nothing, and the reason in \p problem, for characters that no key writes.
+std::optional<TypedText> literalText(const QString &text, QString *problem);
+
+/// The one key that is to be held or let go: a character, or the name of a key
+/// in angle brackets, those of modifiers among them, such as "<Shift>". A
+/// modifier has no key of its own here, it is all in Keystroke::modifiers.
+/// Nothing, and the reason in \p problem, for any other text.
+std::optional<Keystroke> parseKey(const QString &text, QString *problem);
+
 } // namespace Vantle::QtWrapper

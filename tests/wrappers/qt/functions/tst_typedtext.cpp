@@ -137,12 +137,47 @@ TEST(TypedText, NamesOfNoKeyAreRefused)
          {"<Foo>", "<>", "<Ctrl+>", "<Tab", "<NumPad>", "<Ctrl+Foo>", "<Tab><Tab>", "<<", "<a, b>"}) {
         EXPECT_EQ(written(QString::fromUtf8(name)),
                   std::string("{\"") + name
-                      + "\" is not the name of a key. To type a text that begins with \"<\", type that character by "
-                        "itself first}");
+                      + "\" is not the name of a key. To type a text that begins with \"<\", use typeText}");
     }
 }
 
 TEST(TypedText, CharactersThatNoKeyWritesAreRefused)
 {
     EXPECT_EQ(written(QStringLiteral("a\x01")), "{no key writes the character U+0001}");
+}
+
+TEST(TypedText, LiterallyIsNeverTheNameOfAKey)
+{
+    QString problem;
+    const std::optional<TypedText> tag = literalText(QStringLiteral("<Tab>"), &problem);
+    ASSERT_TRUE(tag);
+    EXPECT_EQ(tag->keystrokes.size(), 5);
+    EXPECT_EQ(tag->keystrokes.first().text, QStringLiteral("<"));
+    EXPECT_EQ(tag->commit, QString());
+    EXPECT_EQ(literalText(QStringLiteral("<\u00e9>"), &problem)->commit, QStringLiteral("<\u00e9>"));
+    EXPECT_FALSE(literalText(QStringLiteral("a\x01"), &problem));
+}
+
+TEST(TypedText, KeysToBeHeldAreCharactersNamesAndModifiers)
+{
+    QString problem;
+    EXPECT_EQ(parseKey(QStringLiteral("a"), &problem)->key, Qt::Key_A);
+    EXPECT_EQ(parseKey(QStringLiteral("<"), &problem)->key, Qt::Key_Less);
+    EXPECT_EQ(parseKey(QStringLiteral("<Down>"), &problem)->key, Qt::Key_Down);
+    EXPECT_EQ(parseKey(QStringLiteral("<Ctrl+Right>"), &problem), (Keystroke{Qt::Key_Right, Qt::ControlModifier, {}}));
+    EXPECT_EQ(parseKey(QStringLiteral("<Shift>"), &problem), (Keystroke{0, Qt::ShiftModifier, {}}));
+    EXPECT_EQ(parseKey(QStringLiteral("<Ctrl>"), &problem), (Keystroke{0, Qt::ControlModifier, {}}));
+    EXPECT_EQ(parseKey(QStringLiteral("<Alt>"), &problem), (Keystroke{0, Qt::AltModifier, {}}));
+    EXPECT_EQ(parseKey(QStringLiteral("<Meta>"), &problem), (Keystroke{0, Qt::MetaModifier, {}}));
+}
+
+TEST(TypedText, TextsOfNoKeyCannotBeHeld)
+{
+    for (const char *text : {"", "ab", "<Foo>", "<>", "<Tab", "<Tab><Tab>"}) {
+        QString problem;
+        EXPECT_FALSE(parseKey(QString::fromUtf8(text), &problem)) << text;
+        EXPECT_EQ(problem.toStdString(),
+                  '"' + std::string(text)
+                      + "\" is no key: expected one character, or the name of a key such as \"<Shift>\"");
+    }
 }
