@@ -93,6 +93,12 @@ struct Scene
             references += object->referenceCount();
     }
 
+    void revive() const
+    {
+        for (const TestObjectPtr &object : objects)
+            object->setAlive(true);
+    }
+
     qint32 currentReferences() const
     {
         qint32 count = 0;
@@ -200,6 +206,7 @@ void runStream(Input &input)
             require(harness.queued() == 0, "nothing is queued behind a reset");
             require(harness.compressor.modifiersBeforeQueue() == Modifier::None, "no modifier survives a reset");
             break;
+        case 3: scene().objects[input.below(4)]->setAlive(false); break;
         default: {
             SyntheticEvent event = readEvent(input, time);
             event.ready = input.below(8) != 0;
@@ -224,6 +231,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const Scene &objects = scene();
     Input input(data, size);
     runStream(input);
+    objects.revive();
     require(objects.currentReferences() == objects.references, "no event outlives its compressor");
     return 0;
 }

@@ -53,8 +53,15 @@ TestObject::~TestObject() = default;
 
 bool TestObject::get(void **value) const
 {
-    *value = const_cast<TestObject *>(m_native);
-    return m_native != nullptr;
+    const TestObject *const native = m_native && m_native->m_isAlive ? m_native : nullptr;
+    *value = const_cast<TestObject *>(native);
+    return native != nullptr;
+}
+
+void TestObject::setAlive(bool isAlive) const
+{
+    if (m_native)
+        m_native->m_isAlive = isAlive;
 }
 
 TestObjectPtr makeObject(const QByteArray &name, const Class *type, QPoint origin)

@@ -47,12 +47,15 @@ public:
     void wrapSameAs(const TestObject *other) { m_native = other; }
     /// Makes this a wrapper of an object that is gone.
     void loseNative() { m_native = nullptr; }
+    /// Lets what this wraps die, or live again, for all of its wrappers.
+    void setAlive(bool isAlive) const;
 
 private:
     QByteArray m_name;
     const Vantle::Class *m_type;
     QPoint m_origin;
     const TestObject *m_native;
+    mutable bool m_isAlive = true; ///< as the native object of its wrappers
 };
 
 using TestObjectPtr = Vantle::SharedPtr<TestObject>;

@@ -77,6 +77,8 @@ private:
             m_harness.compressor.finishCompression();
         } else if (action == "reset" && words.size() == 1) {
             m_harness.compressor.resetInput();
+        } else if (action == "dies" && words.size() == 2) {
+            m_script.object(words[1])->setAlive(false);
         } else if (action == "wait" && words.size() == 2) {
             m_harness.pass(toNumber(words[1]));
         } else if (words.size() == 3 && words[1] == "alarm") {

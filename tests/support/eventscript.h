@@ -34,6 +34,9 @@ public:
     /// Reads the words of an event line. Throws EventScriptError.
     SyntheticEvent read(const Words &words) const;
 
+    /// The object of that name. Throws EventScriptError if there is none.
+    TestObjectPtr object(const std::string &name) const;
+
     /// The line that reads as \p event, for events as the functions of
     /// syntheticevents.h make them on objects of this script.
     std::string write(const SyntheticEvent &event) const;
@@ -41,7 +44,6 @@ public:
     static std::string writeDeclaration(const TestObject &object);
 
 private:
-    TestObjectPtr object(const std::string &name) const;
     SyntheticEvent readKind(const std::string &kind, const TestObjectPtr &target, quint64 time, Words &words) const;
     SyntheticEvent readTouch(SyntheticEvent::TouchEventType type, const TestObjectPtr &target, quint64 time,
                              Words &words) const;

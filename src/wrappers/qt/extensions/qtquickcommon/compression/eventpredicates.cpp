@@ -11,6 +11,11 @@ bool isSameObject(const SharedPtr<Object> &a, const SharedPtr<Object> &b)
     return a && b && a->sameAs(b);
 }
 
+bool isFlickEvent(const SyntheticEvent &event, const SyntheticEvent &press, SyntheticEvent::FlickState state)
+{
+    return isFlick(event, state) && isSameObject(event.flickObject, press.object);
+}
+
 bool isOnClass(const SyntheticEvent &event, const Class *type)
 {
     return !type || (event.objectClass && event.objectClass->isSubClassOf(type));

@@ -44,6 +44,9 @@ inline bool isTouch(const SyntheticEvent &event, SyntheticEvent::TouchEventType 
 /// Whether both are there and stand for the same object.
 bool isSameObject(const SharedPtr<Object> &a, const SharedPtr<Object> &b);
 
+/// Whether \p event is a flick event in \p state for the item that \p press pressed.
+bool isFlickEvent(const SyntheticEvent &event, const SyntheticEvent &press, SyntheticEvent::FlickState state);
+
 /// Whether the event's class is \p type or derives from it. A null \p type stands for any class.
 bool isOnClass(const SyntheticEvent &event, const Class *type);
 

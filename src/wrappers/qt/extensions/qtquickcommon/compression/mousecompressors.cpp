@@ -22,16 +22,14 @@ bool isGone(const SharedPtr<Object> &object)
     return !object || object->isNull();
 }
 
-/// Whether \p event is the flick event of the flickable that \p press put under watch.
-bool isFlickEvent(const SyntheticEvent &event, const SyntheticEvent &press, SyntheticEvent::FlickState state)
+/// Whether \p event ends what \p started began on the item of \p press.
+bool endsFlick(const SyntheticEvent &event, const SyntheticEvent &started, const SyntheticEvent &press)
 {
-    if (!isFlick(event, state))
-        return false;
     // A list destroys the row that was pressed when it has moved far enough, so
-    // that the end of the flick knows of none.
-    const bool hasLostItsItem = state == SyntheticEvent::FlickEnded && isGone(event.flickObject) && press.object
-        && isGone(press.object);
-    return hasLostItsItem || isSameObject(event.flickObject, press.object);
+    // that the end of the flick knows of none. What flicks has to tell then.
+    if (isFlick(event, SyntheticEvent::FlickEnded) && isGone(event.flickObject) && press.object && isGone(press.object))
+        return isSameObject(event.object, started.object);
+    return isFlickEvent(event, press, SyntheticEvent::FlickEnded);
 }
 
 } // namespace
@@ -69,6 +67,7 @@ Compressor::MatchResult MouseFlickCompressor::match(const EventQueue &queue, Mod
         return exhausted();
     if (!isFlickEvent(*event, press, SyntheticEvent::FlickStarted))
         return NoMatch;
+    const SyntheticEvent &started = *event;
 
     event = skipMoves(std::next(event), queue.end());
     if (event == queue.end())
@@ -79,7 +78,7 @@ Compressor::MatchResult MouseFlickCompressor::match(const EventQueue &queue, Mod
     event = skipMoves(std::next(event), queue.end());
     if (event == queue.end())
         return exhausted();
-    return isFlickEvent(*event, press, SyntheticEvent::FlickEnded) ? CompleteMatch : NoMatch;
+    return endsFlick(*event, started, press) ? CompleteMatch : NoMatch;
 }
 
 EventIterator MouseFlickCompressor::compress(const EventQueue &queue, Modifier::Value,

@@ -71,7 +71,6 @@ public:
                                         Vantle::QtWrapper::StatementRecorder *recorder) const override;
     const char *name() const override;
 
-private:
     /// The events of a sequence that its statement is made of. Those that were not found are null.
     struct Sequence
     {

@@ -1,5 +1,7 @@
 #include "eventstreams.h"
 
+#include <algorithm>
+
 using namespace Vantle;
 
 namespace VantleTest {
@@ -18,6 +20,9 @@ StreamGenerator::StreamGenerator()
                  makeObject("page", page)};
     for (const TestObjectPtr &object : m_objects)
         m_script.addObject(object);
+    m_nothing = makeObject("nothing", itemClass());
+    m_nothing->setAlive(false);
+    m_script.addObject(m_nothing);
 }
 
 std::string StreamGenerator::declarations() const
@@ -27,7 +32,7 @@ std::string StreamGenerator::declarations() const
         text += EventScript::writeDeclaration(*object);
         text += object->name() == "alias" ? " same-as item\n" : "\n";
     }
-    return text;
+    return text + EventScript::writeDeclaration(*m_nothing) + "\ndies nothing\n";
 }
 
 EventStream StreamGenerator::make(std::uint64_t seed)
@@ -45,6 +50,7 @@ EventStream StreamGenerator::make(std::uint64_t seed)
         m_place = QPoint(oneOf({10, 100, -5}), oneOf({20, 200}));
         addPhrase();
         addNoise();
+        addDeath();
         addControl();
     }
     return std::move(m_stream);
@@ -117,7 +123,7 @@ void StreamGenerator::add(SyntheticEvent event)
 {
     if (chance(4))
         event.ready = false;
-    m_stream.steps.push_back({StreamStep::Eat, event.timestamp, std::move(event)});
+    m_stream.steps.push_back({StreamStep::Eat, event.timestamp, std::move(event), {}});
 }
 
 void StreamGenerator::addMouseEvent()
@@ -161,7 +167,7 @@ void StreamGenerator::addFlickEvent(SyntheticEvent::FlickState state)
 {
     const TestObjectPtr pressed = chance(85) ? m_focus : anyObject();
     const QPoint content(oneOf({0, 3}), oneOf({0, 200, -50}));
-    const TestObjectPtr flickable = m_objects[4];
+    const TestObjectPtr flickable = chance(90) ? m_objects[4] : anyObject();
     add(state == SyntheticEvent::FlickStarted ? flickStarted(flickable, pressed, content, laterTime())
                                               : flickEnded(flickable, pressed, content, laterTime()));
 }
@@ -208,17 +214,27 @@ void StreamGenerator::addNoise()
     }
 }
 
+void StreamGenerator::addDeath()
+{
+    if (m_stream.steps.empty() || chance(75))
+        return;
+    // Mostly what the phrase is about, and in the middle of it.
+    const std::size_t at = m_stream.steps.size() - pick(std::min<std::size_t>(m_stream.steps.size(), 6));
+    StreamStep death{StreamStep::Die, m_stream.steps[at - 1].time, SyntheticEvent(), chance(70) ? m_focus : anyObject()};
+    m_stream.steps.insert(m_stream.steps.begin() + static_cast<std::ptrdiff_t>(at), std::move(death));
+}
+
 void StreamGenerator::addControl()
 {
     if (chance(30))
-        m_stream.steps.push_back({StreamStep::Ring, laterTime(), SyntheticEvent()});
+        m_stream.steps.push_back({StreamStep::Ring, laterTime(), SyntheticEvent(), {}});
     if (chance(5))
-        m_stream.steps.push_back({StreamStep::RingOther, laterTime(), SyntheticEvent()});
+        m_stream.steps.push_back({StreamStep::RingOther, laterTime(), SyntheticEvent(), {}});
     if (chance(15))
-        m_stream.steps.push_back({StreamStep::Finish, m_time, SyntheticEvent()});
+        m_stream.steps.push_back({StreamStep::Finish, m_time, SyntheticEvent(), {}});
     // Now and then one comes without the other.
     if ((m_stream.steps.size() && m_stream.steps.back().kind == StreamStep::Finish && chance(90)) || chance(2))
-        m_stream.steps.push_back({StreamStep::Reset, m_time, SyntheticEvent()});
+        m_stream.steps.push_back({StreamStep::Reset, m_time, SyntheticEvent(), {}});
 }
 
 void StreamGenerator::addPhrase()
@@ -266,6 +282,12 @@ void StreamGenerator::addMousePhrase()
         add(mouseMove(m_focus, near(), laterTime()));
     add(mouseRelease(m_focus, near(), laterTime(), button));
     addFlickEvent(SyntheticEvent::FlickEnded);
+    if (!chance(30))
+        return;
+    // The row dies while the list runs on, so that the end knows of none.
+    const SyntheticEvent ended = flickEnded(chance(70) ? m_objects[4] : anyObject(), m_nothing, {3, 200}, laterTime());
+    m_stream.steps.back() = {StreamStep::Die, m_time, SyntheticEvent(), m_focus};
+    add(ended);
 }
 
 void StreamGenerator::addTouchPhrase()

@@ -20,11 +20,13 @@ struct StreamStep
         RingOther, ///< an alarm that doesn't run
         Finish,
         Reset,
+        Die, ///< the object is gone, until the next stream
     };
 
     Kind kind = Eat;
     quint64 time = 0; ///< of the clock when an alarm rings
     SyntheticEvent event{};
+    TestObjectPtr object{}; ///< that dies
 };
 
 /// What happens to a compressor, and its surroundings.
@@ -46,6 +48,7 @@ public:
     EventStream make(std::uint64_t seed);
     /// The objects, declared as in a transcript.
     std::string declarations() const;
+    const TestObjectPtr &nothing() const noexcept { return m_nothing; }
     const EventScript &script() const noexcept { return m_script; }
 
 private:
@@ -80,10 +83,12 @@ private:
     void addRun();
     void addNoise();
     void addControl();
+    void addDeath();
 
     // Cheap to seed, which happens for every stream; pick() takes the high bits, the good ones.
     std::linear_congruential_engine<std::uint64_t, 6364136223846793005u, 1442695040888963407u, 0> m_random;
     std::vector<TestObjectPtr> m_objects;
+    TestObjectPtr m_nothing; ///< what wraps an object that never lives
     EventScript m_script;
     EventStream m_stream;
     quint64 m_time = 0;

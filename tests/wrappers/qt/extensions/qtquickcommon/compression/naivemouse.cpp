@@ -18,6 +18,12 @@ long manhattan(const E &a, const E &b)
     return std::labs(long(b.globalY) - long(a.globalY)) + std::labs(long(b.globalX) - long(a.globalX));
 }
 
+bool dead(const SharedPtr<Object> &object)
+{
+    void *native = nullptr;
+    return !object->get(&native);
+}
+
 const Class *itemType()
 {
     return Inspector::self()->classByName(QStringLiteral("QQuickItem"));
@@ -42,9 +48,11 @@ NaiveModel::Answer NaiveModel::mouseFlick(bool last) const
             if (e.type != E::Mouse || e.mouseEventType != E::Release || e.button != press.button)
                 return {};
         } else {
-            if (e.type != E::Flick || !same(e.flickObject, press.object))
+            if (e.type != E::Flick || e.flickState != (part == 0 ? E::FlickStarted : E::FlickEnded))
                 return {};
-            if (e.flickState != (part == 0 ? E::FlickStarted : E::FlickEnded))
+            // Where the pressed row is gone, the flickable has to be the same.
+            const bool rowIsGone = part == 2 && dead(e.flickObject) && dead(press.object);
+            if (rowIsGone ? !same(e.object, queue[at[0]].object) : !same(e.flickObject, press.object))
                 return {};
         }
         at[part] = i++;

@@ -15,6 +15,29 @@ using namespace VantleTest;
 
 namespace {
 
+/// Keeps objects dead for as long as it lives itself.
+class Deaths
+{
+public:
+    Deaths() = default;
+    ~Deaths()
+    {
+        for (const TestObjectPtr &object : m_dead)
+            object->setAlive(true);
+    }
+
+    void add(const TestObjectPtr &object)
+    {
+        object->setAlive(false);
+        m_dead.push_back(object);
+    }
+
+private:
+    Q_DISABLE_COPY_MOVE(Deaths)
+
+    std::vector<TestObjectPtr> m_dead;
+};
+
 /// Runs a stream through the compressor and the model side by side.
 class Comparison
 {
@@ -51,6 +74,7 @@ public:
             m_harness.compressor.resetInput();
             m_model.reset();
             break;
+        case StreamStep::Die: m_deaths.add(step.object); break;
         }
         return difference();
     }
@@ -90,6 +114,7 @@ private:
 
     CompressionHarness m_harness;
     NaiveModel m_model;
+    Deaths m_deaths;
     std::size_t m_count = 0;
 };
 
@@ -130,6 +155,7 @@ std::string transcript(const StreamGenerator &generator, const EventStream &stre
     text += "settings drag-distance=" + std::to_string(stream.settings.distance) + " double-click-time="
         + std::to_string(stream.settings.time) + (stream.hasClock ? "" : " no-alarm-clock") + '\n';
     NaiveModel model(stream.settings, stream.hasClock);
+    Deaths deaths;
     for (const StreamStep &step : stream.steps) {
         const std::string alarm = '@' + std::to_string(step.time) + " alarm ";
         switch (step.kind) {
@@ -149,6 +175,10 @@ std::string transcript(const StreamGenerator &generator, const EventStream &stre
         case StreamStep::Reset:
             text += "reset";
             model.reset();
+            break;
+        case StreamStep::Die:
+            text += "dies " + step.object->name().toStdString();
+            deaths.add(step.object);
             break;
         }
         text += '\n';

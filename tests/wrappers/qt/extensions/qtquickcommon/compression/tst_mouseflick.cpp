@@ -1,10 +1,12 @@
 #include "support/compressionharness.h"
 #include "support/syntheticevents.h"
+#include "wrappers/qt/extensions/qtquickcommon/compression/eventpredicates_p.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace Vantle;
+using namespace Vantle::QtWrapper;
 using namespace VantleTest;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -109,6 +111,40 @@ TEST_F(MouseFlick, outlastsTheItemThatWasPressed)
     item->loseNative();
     harness.eat(flickEnded(list, nothing, {0, 900}, 1900));
     EXPECT_THAT(harness.takeStatements(), ElementsAre("flick list 0/900 @1000"));
+}
+
+TEST_F(MouseFlick, whoseItemIsGoneEndsWithTheFlickableThatBeganIt)
+{
+    const TestObjectPtr otherList = makeObject("otherList", itemClass());
+    harness.eat(mousePress(item, {10, 200}, 1000));
+    harness.eat(flickStarted(list, item, {0, 0}, 1020));
+    harness.eat(mouseRelease(other, {10, 50}, 1040));
+    item->loseNative();
+    harness.eat(flickEnded(otherList, nothing, {0, 900}, 1900));
+    EXPECT_EQ(harness.queued(), 0u);
+    EXPECT_THAT(harness.takeStatements(), IsEmpty());
+}
+
+TEST_F(MouseFlick, whoseItemIsGoneDoesNotEndWithAFlickableThatIsGoneToo)
+{
+    harness.eat(mousePress(item, {10, 200}, 1000));
+    harness.eat(flickStarted(list, item, {0, 0}, 1020));
+    harness.eat(mouseRelease(other, {10, 50}, 1040));
+    item->loseNative();
+    harness.eat(flickEnded(nothing, nothing, {0, 900}, 1900));
+    EXPECT_EQ(harness.queued(), 0u);
+    EXPECT_THAT(harness.takeStatements(), IsEmpty());
+}
+
+TEST_F(MouseFlick, comparesTheItemsOfItsEventsWithTheItemThatWasPressed)
+{
+    const SyntheticEvent press = mousePress(item, {10, 200}, 1000);
+    EXPECT_TRUE(isFlickEvent(flickStarted(list, item, {}, 1020), press, SyntheticEvent::FlickStarted));
+    EXPECT_FALSE(isFlickEvent(flickStarted(list, item, {}, 1020), press, SyntheticEvent::FlickEnded));
+    EXPECT_FALSE(isFlickEvent(flickStarted(item, list, {}, 1020), press, SyntheticEvent::FlickStarted));
+    EXPECT_FALSE(isFlickEvent(press, press, SyntheticEvent::FlickStarted));
+    item->loseNative();
+    EXPECT_FALSE(isFlickEvent(flickEnded(list, nothing, {}, 1020), press, SyntheticEvent::FlickEnded));
 }
 
 TEST_F(MouseFlick, beginsOnTheItemThatWasPressed)

@@ -1,5 +1,6 @@
 #include "support/compressionharness.h"
 #include "support/syntheticevents.h"
+#include "wrappers/qt/extensions/qtquickcommon/compression/touchcompressors.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 #include <limits>
 
 using namespace Vantle;
+using namespace Vantle::QtWrapper;
 using namespace VantleTest;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -313,4 +315,24 @@ TEST_F(Taps, absurdPositionsAreHeldToTheRangeOfCoordinates)
     end.touch.points[0].globalY = std::numeric_limits<double>::quiet_NaN();
     harness.eat(end);
     EXPECT_THAT(harness.takeStatements(), ElementsAre("touchAndDrag item 0/0 2147483647/0 0 None @1000"));
+}
+
+TEST_F(Taps, sequenceOfOneFingerHasItsBeginItsCrossingAndItsEnd)
+{
+    const TapOrDragCompressor pattern(&harness.settings);
+    const std::list<SyntheticEvent> queue{touch(SyntheticEvent::TouchBegin, item, {finger(0, 10, 20)}, 1000),
+                                          touch(SyntheticEvent::TouchUpdate, item, {finger(0, 12, 20)}, 1010),
+                                          touch(SyntheticEvent::TouchUpdate, item, {finger(0, 13, 21)}, 1020),
+                                          touch(SyntheticEvent::TouchEnd, item, {finger(0, 10, 20)}, 1030),
+                                          mouseMove(item, {10, 20}, 1040)};
+    auto event = queue.begin();
+    TapOrDragCompressor::Sequence sequence;
+    EXPECT_TRUE(pattern.scanTouchSequence(event, queue.end(), sequence));
+    EXPECT_EQ(sequence.begin, &queue.front());
+    EXPECT_EQ(sequence.crossing, &*std::next(queue.begin(), 2));
+    EXPECT_EQ(sequence.touchEnd, &*std::next(queue.begin(), 3));
+    EXPECT_EQ(&*event, sequence.touchEnd);
+
+    event = std::next(queue.begin());
+    EXPECT_FALSE(pattern.scanTouchSequence(event, queue.end(), sequence));
 }
