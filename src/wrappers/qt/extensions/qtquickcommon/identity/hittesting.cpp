@@ -1,12 +1,12 @@
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 
 #include "hook/delegates.h"
-#include "wrappers/qt/extensions/qtquickcommon/identity/hittesting_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
+#include <QtCore/QSet>
 #include <QtGui/QTransform>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickRenderControl>
@@ -14,6 +14,7 @@
 #include <QtQuick/private/qquickitem_p.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Vantle::QtWrapper {
 
@@ -44,96 +45,159 @@ bool isIgnoredByExtensions(QQuickItem *item)
     return VantleQtQuickHook::isIgnored(item, &isIgnored) && isIgnored;
 }
 
-/// One walk down from an item to the one under a point.
+QTransform windowTransformOf(const QQuickItem *item)
+{
+    return QQuickItemPrivate::get(item)->itemToWindowTransform();
+}
+
+/// All objects that can be come to from \p roots: what they own, and what lies in them.
+QSet<const QObject *> objectsBelow(QList<QObject *> roots)
+{
+    QSet<const QObject *> found;
+    while (!roots.isEmpty()) {
+        QObject *const object = roots.takeLast();
+        if (!object || found.contains(object))
+            continue;
+        found.insert(object);
+        roots += object->children();
+        if (const auto *const item = qobject_cast<QQuickItem *>(object)) {
+            const QList<QQuickItem *> children = item->childItems();
+            std::copy(children.begin(), children.end(), std::back_inserter(roots));
+        }
+    }
+    return found;
+}
+
+/// One walk down from an item to the one under a point. Scripts that it asks may
+/// move items and destroy them: what was moved is gone on with, what was
+/// destroyed is not touched.
 class HitTest
 {
 public:
-    explicit HitTest(QQuickItem *root) : m_root(root) {}
+    explicit HitTest(QQuickItem *root) : m_root(root), m_window(root->window()) {}
 
-    QQuickItem *itemAt(const QPointF &point) { return itemAt(m_root, point, nullptr); }
+    QQuickItem *itemAt(const QPointF &point)
+    {
+        Level level{.item = m_root, .point = point, .toWindow = windowTransformOf(m_root)};
+        return itemAt(level);
+    }
 
 private:
-    /// An item on the way down, in the place where the walk met it.
+    /// An item on the way down.
     struct Level
     {
         QQuickItem *item;
-        Level *outer;
-        QList<QQuickItem *> children;
-        bool isGone = false;
+        QPointF point; ///< in its coordinates
+        Level *outer = nullptr;
+        QTransform toWindow;
+        int questions = 0; ///< how many had been put when \c toWindow was right
+        QList<QQuickItem *> children = {};
+        /// Set ahead of the first question that may destroy the item: guards
+        /// cost more than most items on the way are worth.
+        QPointer<QQuickItem> guard = {};
+        bool isGuarded = false;
+
+        bool isGone() const { return isGuarded && !guard; }
     };
 
-    QQuickItem *itemAt(QQuickItem *item, const QPointF &point, Level *outer);
-    QQuickItem *childAt(Level &level, const QPointF &point);
+    QQuickItem *itemAt(Level &level);
+    QQuickItem *childAt(Level &level);
+    Level levelBelow(Level &level, QQuickItem *child) const;
+    const QTransform &toWindow(Level &level) const;
     bool isIgnored(Level &level);
-    bool isStillThere(Level &level) const;
-
-    static bool isChild(const Level &level, QQuickItem *item)
-    {
-        // The lists share their data until the item's children change.
-        const QList<QQuickItem *> children = level.item->childItems();
-        return children == level.children || children.contains(item);
-    }
+    bool lives(const Level &level, QQuickItem *child);
 
     QPointer<QQuickItem> m_root;
-    bool m_hasAsked = false; ///< until then no item can have gone
+    QPointer<QQuickWindow> m_window;
+    int m_questions = 0; ///< that were put to extensions; until then nothing can have changed
+    QSet<const QObject *> m_living; ///< as of the last question; filled when it is needed
 };
 
-QQuickItem *HitTest::itemAt(QQuickItem *item, const QPointF &point, Level *outer)
+QQuickItem *HitTest::itemAt(Level &level)
 {
-    const bool inside = item->contains(point);
-    if (!inside && item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
+    const bool inside = level.item->contains(level.point);
+    if (!inside && level.item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
         return nullptr;
-    if (isFuzzilyZero(item->opacity()))
+    if (isFuzzilyZero(level.item->opacity()))
         return nullptr;
 
     // Also when the point is outside: children that aren't clipped may reach
     // beyond their parent.
-    Level level{item, outer, item->childItems()};
-    if (QQuickItem *const hit = childAt(level, point))
+    if (QQuickItem *const hit = childAt(level))
         return hit;
-    return inside && !level.isGone && !isIgnored(level) ? item : nullptr;
+    return inside && !level.isGone() && !isIgnored(level) ? level.item : nullptr;
 }
 
-QQuickItem *HitTest::childAt(Level &level, const QPointF &point)
+QQuickItem *HitTest::childAt(Level &level)
 {
+    level.children = level.item->childItems();
     const QList<QQuickItem *> stacked = inStackingOrder(level.children);
     for (auto it = stacked.crbegin(); it != stacked.crend(); ++it) {
         QQuickItem *const child = *it;
-        if ((m_hasAsked && !isChild(level, child)) || !child->isVisible())
+        if ((m_questions > 0 && !lives(level, child)) || !child->isVisible())
             continue;
-        if (QQuickItem *const hit = itemAt(child, mapFromParent(*child, point), &level))
+        Level below = levelBelow(level, child);
+        if (QQuickItem *const hit = itemAt(below))
             return hit;
-        if (level.isGone)
+        if (level.isGone())
             return nullptr;
     }
     return nullptr;
 }
 
-/// Asks about the item of \p level, and finds out what is left of the way to it.
-bool HitTest::isIgnored(Level &level)
+/// What QQuickItem::mapFromItem gives, singular transforms included, which goes
+/// up to the window and down again: here each item adds its own to the way down.
+HitTest::Level HitTest::levelBelow(Level &level, QQuickItem *child) const
 {
-    m_hasAsked = true;
-    const bool isIgnored = isIgnoredByExtensions(level.item);
-    return !isStillThere(level) || isIgnored;
+    const QPointF inWindow = toWindow(level).map(level.point);
+    Level below{.item = child, .point = {}, .outer = &level, .toWindow = level.toWindow, .questions = m_questions};
+    if (m_questions == 0 || child->parentItem() == level.item)
+        QQuickItemPrivate::get(child)->itemToParentTransform(below.toWindow);
+    else
+        below.toWindow = windowTransformOf(child);
+    below.point = below.toWindow.inverted().map(inWindow);
+    return below;
 }
 
-bool HitTest::isStillThere(Level &level) const
+const QTransform &HitTest::toWindow(Level &level) const
 {
-    // From the root on: what hangs on an item that is gone must not be touched.
-    const bool isThere = level.outer ? isStillThere(*level.outer) && isChild(*level.outer, level.item)
-                                     : !m_root.isNull();
-    level.isGone = !isThere;
-    return isThere;
+    if (level.questions != m_questions) {
+        level.toWindow = windowTransformOf(level.item);
+        level.questions = m_questions;
+    }
+    return level.toWindow;
+}
+
+/// Asks about the item of \p level. True also if it is gone afterwards.
+bool HitTest::isIgnored(Level &level)
+{
+    for (Level *way = &level; way && !way->isGuarded; way = way->outer) {
+        way->guard = way->item;
+        way->isGuarded = true;
+    }
+    ++m_questions;
+    m_living.clear();
+    const bool isIgnored = isIgnoredByExtensions(level.item);
+    return level.isGone() || isIgnored;
+}
+
+/// Whether \p child, which was a child of the living item of \p level, is still there.
+bool HitTest::lives(const Level &level, QQuickItem *child)
+{
+    // The lists share their data until the item's children change.
+    const QList<QQuickItem *> children = level.item->childItems();
+    if (children == level.children || children.contains(child))
+        return true;
+    if (m_living.isEmpty()) {
+        QQuickItem *top = level.item;
+        while (top->parentItem())
+            top = top->parentItem();
+        m_living = objectsBelow({m_window, m_root, top});
+    }
+    return m_living.contains(child);
 }
 
 } // namespace
-
-QPointF mapFromParent(const QQuickItem &child, const QPointF &point)
-{
-    QTransform toParent;
-    QQuickItemPrivate::get(&child)->itemToParentTransform(toParent);
-    return toParent.inverted().map(point);
-}
 
 QList<QQuickItem *> zOrderedChildItems(const QQuickItem *item)
 {

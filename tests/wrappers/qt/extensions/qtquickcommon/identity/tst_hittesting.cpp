@@ -12,6 +12,10 @@
 #include <QtCore/QRectF>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
+#include <QtQuick/private/qquicktranslate_p.h>
+
+#include <initializer_list>
+#include <random>
 
 using namespace Vantle::QtWrapper;
 
@@ -51,6 +55,73 @@ public:
     static int asked;
 };
 int CountingItem::asked = 0;
+
+/// The rules of hit testing, written down a second time on Qt's own mapping.
+QQuickItem *plainlyAt(QQuickItem *item, const QPointF &point)
+{
+    const bool inside = item->contains(point);
+    if (!inside && item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
+        return nullptr;
+    const QList<QQuickItem *> children = zOrderedChildItems(item);
+    for (auto it = children.crbegin(); it != children.crend(); ++it) {
+        QQuickItem *const child = *it;
+        if (!child->isVisible())
+            continue;
+        if (QQuickItem *const hit = plainlyAt(child, child->mapFromItem(item, point)))
+            return hit;
+    }
+    return inside ? item : nullptr;
+}
+
+/// Trees of items with transforms of all kinds, every fifth of them singular.
+class TransformedTrees
+{
+public:
+    explicit TransformedTrees(unsigned seed) : m_random(seed) {}
+
+    void grow(QQuickItem *parent, int depth)
+    {
+        for (int i = pick(4); i >= 0; --i) {
+            QQuickItem *const item = addItem(
+                parent, QRectF(pick(100) - 20, pick(100) - 20, pick(60), pick(60)), pick(10) ? 0 : pick(3) - 1);
+            item->setFlag(QQuickItem::ItemClipsChildrenToShape, pick(8) == 0);
+            item->setTransformOrigin(static_cast<QQuickItem::TransformOrigin>(pick(9)));
+            transform(item);
+            if (depth > 0)
+                grow(item, depth - 1);
+        }
+    }
+
+    /// Coordinates between and on those that edges lie at.
+    QPointF point() { return QPointF(pick(400) / 2.0 - 50, pick(400) / 2.0 - 50); }
+
+private:
+    int pick(int count) { return static_cast<int>(m_random() % static_cast<unsigned>(count)); }
+    qreal oneOf(std::initializer_list<qreal> values) { return values.begin()[pick(static_cast<int>(values.size()))]; }
+
+    void transform(QQuickItem *item)
+    {
+        if (pick(3) == 0)
+            item->setScale(oneOf({0, 1e-5, 1e-13, 0.5, 2, -1}));
+        if (pick(3) == 0)
+            item->setRotation(oneOf({90, 45, 180, -30, 17}));
+        if (pick(4) == 0) {
+            auto *const scale = new QQuickScale(item);
+            scale->setXScale(oneOf({0, 1, 2, -0.5}));
+            scale->setYScale(oneOf({0, 1, 1, 1e-4}));
+            scale->setOrigin(QVector3D(5, 5, 0));
+            scale->appendToItem(item);
+        }
+        if (pick(4) == 0) {
+            auto *const rotation = new QQuickRotation(item);
+            rotation->setAxis(static_cast<Qt::Axis>(pick(3)));
+            rotation->setAngle(oneOf({90, 60, 270, 45}));
+            rotation->appendToItem(item);
+        }
+    }
+
+    std::mt19937 m_random;
+};
 
 class HitTesting : public testing::Test
 {
@@ -274,6 +345,40 @@ TEST_F(HitTesting, MapsThroughNestedTransformations)
     EXPECT_EQ(at(65, 65), inner);
     EXPECT_EQ(at(75, 55), outer);
     EXPECT_EQ(at(55, 55), outer);
+}
+
+TEST_F(HitTesting, MapsAsMapFromItemDoesAlsoWhereATransformHasNoInverse)
+{
+    int singular = 0;
+    for (unsigned seed = 1; seed <= 150; ++seed) {
+        QQuickItem scene;
+        scene.setSize(QSizeF(100, 100));
+        TransformedTrees trees(seed);
+        trees.grow(&scene, 3);
+        QQuickItem *const below = scene.childItems().constFirst();
+        for (int i = 0; i < 100; ++i) {
+            const QPointF point = trees.point();
+            QQuickItem *const hit = recursiveQuickItemAt(&scene, point);
+            ASSERT_EQ(hit, plainlyAt(&scene, point)) << "seed " << seed << " at " << point.x() << ", " << point.y();
+            ASSERT_EQ(recursiveQuickItemAt(below, point), plainlyAt(below, point)) << "seed " << seed;
+            for (const QQuickItem *item = hit; item && item != &scene; item = item->parentItem())
+                singular += qFuzzyIsNull(item->itemTransform(item->parentItem(), nullptr).determinant()) ? 1 : 0;
+        }
+    }
+    // Trees that are never hit where it matters would agree on anything.
+    EXPECT_GT(singular, 100);
+}
+
+TEST_F(HitTesting, AClosedMenuOfNoScaleDoesNotTakeWhatLiesBesideIt)
+{
+    QQuickItem *const button = addItem(&root, QRectF(0, 0, 100, 20));
+    QQuickItem *const menu = addItem(&root, QRectF(0, 20, 100, 80));
+    menu->setScale(0);
+    // Mapped by no inverse, the point is that of the window in the menu.
+    EXPECT_EQ(at(50, 10), menu);
+    EXPECT_EQ(at(50, 90), &root);
+    menu->setVisible(false);
+    EXPECT_EQ(at(50, 10), button);
 }
 
 TEST_F(HitTesting, AnItemWithoutSizeIsLookedThroughButItsChildrenAreHit)

@@ -137,6 +137,63 @@ TEST_F(IgnoredItems, TheRootMayDieMeanwhile)
     EXPECT_TRUE(root.isNull());
 }
 
+TEST_F(IgnoredItems, AnItemThatMovesWhileItIsAskedAboutIsHit)
+{
+    scene.program.action = [this] {
+        QQuickItem *const mover = named("mover");
+        mover->setParentItem(named("elsewhere"));
+        mover->setX(500);
+    };
+    show(ignoring("if (name === \"mover\") program.act()\n"), R"(
+        Tile { objectName: "below" }
+        Tile { objectName: "elsewhere"; x: 300 }
+        Tile { objectName: "mover" })");
+    QQuickItem *const mover = named("mover");
+    EXPECT_EQ(hit(), mover);
+    EXPECT_EQ(mover->parentItem(), named("elsewhere"));
+}
+
+TEST_F(IgnoredItems, AnItemThatIsTakenOutOfTheSceneWhileItIsAskedAboutIsHit)
+{
+    show(ignoring("if (name === \"mover\") item.parent = null\n"), R"(
+        Tile { objectName: "below" }
+        Tile { objectName: "mover" })");
+    QQuickItem *const mover = named("mover");
+    EXPECT_EQ(hit(), mover);
+    EXPECT_EQ(mover->parentItem(), nullptr);
+}
+
+TEST_F(IgnoredItems, SiblingsThatMoveMeanwhileAreHitWhereTheyAre)
+{
+    scene.program.action = [this] {
+        named("mover")->setParentItem(named("elsewhere"));
+        named("elsewhere")->setX(-20);
+    };
+    show(ignoring("program.act()"), R"(
+        Tile { objectName: "below" }
+        Tile { objectName: "elsewhere"; x: 300 }
+        Tile { objectName: "mover"; y: 10 }
+        Tile { objectName: "ignored" })");
+    EXPECT_EQ(hit(), named("mover"));
+}
+
+TEST_F(IgnoredItems, ThePointIsMappedAnewForSiblingsThatMoveMeanwhile)
+{
+    scene.program.action = [this] {
+        named("parent")->setX(40);
+        named("mover")->setX(20);
+    };
+    show(ignoring("program.act()"), R"(
+        Tile { objectName: "below" }
+        Tile { objectName: "parent"
+            Tile { objectName: "mover" }
+            Tile { objectName: "ignored" }
+        })");
+    // In the parent the point is still where it was on the way down.
+    EXPECT_EQ(hit(), named("mover"));
+    EXPECT_EQ(hit(), named("parent"));
+}
+
 TEST_F(IgnoredItems, ItemsThatAppearMeanwhileChangeNothing)
 {
     scene.program.action = [this] {
