@@ -6,6 +6,7 @@
 #include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtGui/QGuiApplication>
 #include <QtNetwork/QLocalSocket>
@@ -99,7 +100,7 @@ void Agent::handleHelloReply(const Protocol::Reply &reply)
 
 void Agent::beginWork(const Protocol::HelloResult &settings)
 {
-    m_host = std::make_unique<Host>(settings, m_connection.get());
+    m_host = std::make_unique<Host>(settings, m_connection.get(), QFileInfo(m_invitation.socket).absolutePath());
     m_commands = std::make_unique<Commands>(m_host.get(), m_connection.get());
     if (settings.record)
         m_session = std::make_unique<RecordingSession>(m_host.get(), m_connection.get());

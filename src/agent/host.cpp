@@ -32,7 +32,6 @@ QtWrapper::WrapperConfig configFrom(const Protocol::HelloResult &settings)
     config.compressionDebugLevel = static_cast<quint32>(qMax(0, settings.debugCompression));
     for (const QString &className : settings.classesWithoutCoordinates)
         config.classesWithoutCoordinates.append(className.toUtf8());
-    config.extensionDirectories = settings.extensionDirectories;
     return config;
 }
 
@@ -48,12 +47,13 @@ void LogForwarder::warning(const std::string &message)
     forward(m_connection, Protocol::LogMessage::Warning, QString::fromStdString(message));
 }
 
-Host::Host(const Protocol::HelloResult &settings, Protocol::Connection *connection)
+Host::Host(const Protocol::HelloResult &settings, Protocol::Connection *connection, const QString &scratch)
     : m_log(connection)
     , m_application(configFrom(settings))
 {
     QtQuickCommon::setLogger(&m_log);
     QtWrapper::setupQtQuick();
+    m_extensionPath = std::make_unique<ExtensionPath>(settings.extensionDirectories, scratch);
     if (!settings.namesFile.isEmpty())
         readNames(settings.namesFile);
 }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "agent/extensionpath.h"
 #include "hook/logger.h"
 #include "protocol/messages.h"
 #include "wrappers/qt/application.h"
+
+#include <memory>
 
 namespace Vantle::Protocol {
 class Connection;
@@ -32,8 +35,9 @@ private:
 class Host
 {
 public:
-    /// \p connection must outlive the host.
-    Host(const Protocol::HelloResult &settings, Protocol::Connection *connection);
+    /// \p connection must outlive the host. Files that are needed meanwhile are
+    /// made in the directory \p scratch.
+    Host(const Protocol::HelloResult &settings, Protocol::Connection *connection, const QString &scratch);
     ~Host();
 
     QtWrapper::Application &application() { return m_application; }
@@ -46,6 +50,7 @@ private:
     // In this order: what the application says goes to the log.
     LogForwarder m_log;
     QtWrapper::Application m_application;
+    std::unique_ptr<ExtensionPath> m_extensionPath;
 };
 
 } // namespace Vantle::Agent

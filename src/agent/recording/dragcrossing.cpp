@@ -36,17 +36,8 @@ QPoint wayOfFinger(const SyntheticEvent &begin, const SyntheticEvent &record)
 /// threshold when it plays what is left of the way behind that place.
 QPoint crossingOn(QPoint way, int dragDistance)
 {
-    QPoint best = QtWrapper::crossingOffset(way);
-    int leastError = (QtWrapper::crossingOffset(way - best) - best).manhattanLength();
-    for (int x = 0; x <= dragDistance && leastError > 0; ++x) {
-        const QPoint place(way.x() < 0 ? -x : x, way.y() < 0 ? x - dragDistance : dragDistance - x);
-        const int error = (QtWrapper::crossingOffset(way - place) - place).manhattanLength();
-        if (error < leastError) {
-            best = place;
-            leastError = error;
-        }
-    }
-    return best;
+    const QPoint crossing = way - QtWrapper::distanceBehindCrossing(way);
+    return crossing.manhattanLength() >= dragDistance ? crossing : QtWrapper::crossingOffset(way);
 }
 
 } // namespace

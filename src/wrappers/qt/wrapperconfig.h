@@ -2,7 +2,6 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
-#include <QtCore/QStringList>
 
 namespace Vantle::QtWrapper {
 
@@ -15,9 +14,6 @@ struct WrapperConfig
     /// Classes whose objects get statements without coordinates: raw or cleaned
     /// class names, derived classes included.
     QList<QByteArray> classesWithoutCoordinates;
-    /// Directories with extensions beside the one of the installation and the
-    /// one of the environment; asked for after these, in this order.
-    QStringList extensionDirectories{};
 };
 
 } // namespace Vantle::QtWrapper

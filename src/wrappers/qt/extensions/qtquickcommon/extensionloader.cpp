@@ -1,6 +1,5 @@
 #include "wrappers/qt/extensions/qtquickcommon/extensionloader_p.h"
 
-#include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/tracing.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemids.h"
@@ -46,10 +45,6 @@ QList<QUrl> listExtensions()
     const QString further = QString::fromStdString(environmentVariable("VANTLE_QTQUICK_EXTENSION_PATH"));
     if (!further.isEmpty())
         collectExtensionFiles(further, urls);
-    if (const Application *const application = Application::self()) {
-        for (const QString &directory : application->wrapperConfig()->extensionDirectories)
-            collectExtensionFiles(directory, urls);
-    }
     return urls;
 }
 

@@ -3,13 +3,12 @@
 #include <QtQml/QJSValue>
 #include <QtQml/QJSValueIterator>
 
-#include <algorithm>
+#include <limits>
+#include <optional>
 
 namespace VantleQtQuickHook {
 
 namespace {
-
-constexpr quint32 MaximumLength = 10000;
 
 bool isScriptValue(const QVariant &value)
 {
@@ -29,14 +28,25 @@ bool isEnumerable(const QJSValue &object, const QString &name, QJSEngine &engine
     return answer.isBool() && answer.toBool();
 }
 
+/// The place that a property of an array has in it. Nothing for those that are no entries.
+std::optional<quint32> placeInArray(const QString &name)
+{
+    bool ok = false;
+    const quint32 place = name.toUInt(&ok);
+    if (!ok || place == std::numeric_limits<quint32>::max() || QString::number(place) != name)
+        return std::nullopt;
+    return place;
+}
+
+// By the properties that there are: a length says nothing of how many.
 QStringList arrayTexts(const QJSValue &array)
 {
-    const quint32 length = std::min(array.property(QStringLiteral("length")).toUInt(), MaximumLength);
-    QStringList texts;
-    texts.reserve(length);
-    for (quint32 i = 0; i < length; ++i)
-        texts.append(scriptText(array.property(i)));
-    return texts;
+    QMap<quint32, QString> texts;
+    for (QJSValueIterator property(array); property.next();) {
+        if (const auto place = placeInArray(property.name()))
+            texts.insert(*place, scriptText(property.value()));
+    }
+    return texts.values();
 }
 
 } // namespace

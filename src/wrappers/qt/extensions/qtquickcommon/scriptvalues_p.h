@@ -24,7 +24,7 @@ namespace VantleQtQuickHook {
 QVariant plainValue(const QJSValue &value);
 
 /// Like QVariant::toStringList, with the entries of script arrays by
-/// scriptText(). Of a script array the first 10,000 entries count.
+/// scriptText(). The holes of a script array are passed over.
 QStringList toStringList(const QVariant &value);
 
 /// Like QVariant::toMap; the values of a script object are left unconverted.
