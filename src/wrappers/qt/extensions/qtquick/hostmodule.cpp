@@ -1,28 +1,29 @@
 #include "wrappers/qt/extensions/qtquick/hostmodule.h"
 
 #include "wrappers/qt/extensions/qtquick/inputhelper_p.h"
+#include "wrappers/qt/extensions/qtquick/itemnames_p.h"
 
-#include <QtQml/qqml.h>
+#include <QtQml/QtQml>
 
 namespace Vantle::QtWrapper {
 
 namespace {
 
-constexpr char Module[] = "com.corvaline.vantle.host";
+constexpr char ModuleUri[] = "com.corvaline.vantle.host";
 
-/// The engine owns what this makes.
-template<typename Helper>
-QObject *makeHelper(QQmlEngine *, QJSEngine *)
+template<typename Singleton>
+void registerSingleton(const char *name)
 {
-    return new Helper;
+    qmlRegisterSingletonType<Singleton>(ModuleUri, 0, 1, name,
+                                        [](QQmlEngine *, QJSEngine *) -> QObject * { return new Singleton; });
 }
 
 } // namespace
 
 void registerHostModule()
 {
-    [[maybe_unused]] static const int input = qmlRegisterSingletonType<InputHelper>(Module, 0, 1, "Input",
-                                                                                    makeHelper<InputHelper>);
+    registerSingleton<InputHelper>("Input");
+    registerSingleton<ItemNames>("ItemNames");
 }
 
 } // namespace Vantle::QtWrapper

@@ -2,9 +2,11 @@
 
 namespace Vantle::QtWrapper {
 
-/// Makes the QML module "com.corvaline.vantle.host", version 0.1, known, by
-/// which extensions ask what QML itself cannot tell cheaply. Further calls do
-/// nothing. To be called before the first extension is loaded.
+/// Registers the QML module com.corvaline.vantle.host 0.1: what the host tells
+/// extensions that QML cannot find out cheaply, or at all. It holds a singleton
+/// for each concern; each lives as long as the QML engine that asks for it.
+///
+/// Called once, ahead of the first extension.
 void registerHostModule();
 
 } // namespace Vantle::QtWrapper

@@ -78,10 +78,9 @@ void setupQtQuick()
     Application::self()->registerFinder(itemClass, findBelow<itemsBelowItem>);
     Application::self()->registerFinder(windowClass, findBelow<itemsBelowWindow>);
 
-    registerHostModule();
-
-    // Functions outlive the application, which a host may make anew.
+    // Functions and modules outlive the application, which a host may make anew.
     [[maybe_unused]] static const bool hasFunctions = (setupQuickFunctions(), true);
+    [[maybe_unused]] static const bool hasModule = (registerHostModule(), true);
 }
 
 } // namespace Vantle::QtWrapper
