@@ -101,6 +101,21 @@ QString typedText(const QJsonObject &value)
         : QStringLiteral("%1 (%2)").arg(QString(text).replace(QLatin1Char('\n'), QStringLiteral("\\n")), type);
 }
 
+// How many of the items that a click may mean are only told apart by counting.
+QString countedText(const QJsonObject &result)
+{
+    const int pressable = result.value(QStringLiteral("pressable")).toInt();
+    const QJsonArray counted = result.value(QStringLiteral("counted")).toArray();
+    if (pressable == 0)
+        return {};
+    const double share = 100.0 * static_cast<double>(counted.size()) / pressable;
+    QString text = QStringLiteral("%1 of %2 items that take presses are named by :nth (%3 %).\n")
+                       .arg(QString::number(counted.size()), QString::number(pressable), QString::number(share, 'f', 1));
+    for (const QJsonValue &name : counted)
+        text += QStringLiteral("  %1\n").arg(nameText(name.toString()));
+    return text;
+}
+
 } // namespace
 
 QString treeText(const QList<Protocol::TreeNode> &windows)
@@ -171,7 +186,7 @@ QString namesText(const QJsonObject &result)
                     .arg(nameText(value[QStringLiteral("name")].toString()),
                          value[QStringLiteral("reason")].toString());
     }
-    return text;
+    return text + countedText(result);
 }
 
 QString valueText(const QJsonValue &value)
