@@ -5,6 +5,7 @@
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/lookupcandidates.h"
+#include "wrappers/qt/objectnamecache.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QJsonArray>
@@ -73,6 +74,7 @@ bool isCounted(const QString &name)
 
 QJsonObject checkNames(const QtWrapper::Application *application)
 {
+    const QtWrapper::NamingSnapshot snapshot;
     int count = 0;
     int pressable = 0;
     QJsonArray failures;

@@ -2,6 +2,7 @@
 
 #include "hook/object.h"
 #include "hook/objectname.h"
+#include "wrappers/qt/objectnamecache.h"
 
 #include <QtCore/QHash>
 #include <QtCore/QList>
@@ -36,6 +37,7 @@ private:
     class Container;
     Container *containerNamed(const QString &name);
 
+    QtWrapper::NamingSnapshot m_snapshot;
     QtWrapper::Application *m_application;
     QHash<QString, std::shared_ptr<Container>> m_containers;
 };

@@ -5,7 +5,15 @@ namespace Vantle::QtWrapper {
 namespace {
 
 int openRuns = 0;
+int openSnapshots = 0;
 int unverifiedScopes = 0;
+
+std::shared_ptr<void> &theFindings()
+{
+    // Never destroyed, as the cache.
+    static auto *const findings = new std::shared_ptr<void>;
+    return *findings;
+}
 
 ObjectNameCache &theCache()
 {
@@ -47,6 +55,22 @@ ObjectNameCacheHolder::~ObjectNameCacheHolder()
 ObjectNameCache &ObjectNameCacheHolder::cache() const
 {
     return theCache();
+}
+
+NamingSnapshot::NamingSnapshot()
+{
+    ++openSnapshots;
+}
+
+NamingSnapshot::~NamingSnapshot()
+{
+    if (--openSnapshots == 0)
+        theFindings().reset();
+}
+
+std::shared_ptr<void> &NamingSnapshot::findings() const
+{
+    return theFindings();
 }
 
 UnverifiedNames::UnverifiedNames()

@@ -6,6 +6,8 @@
 
 #include <QtCore/QHash>
 
+#include <memory>
+
 namespace Vantle::QtWrapper {
 
 /// The names that were given out during one naming run.
@@ -43,6 +45,25 @@ public:
 
 private:
     Q_DISABLE_COPY_MOVE(ObjectNameCacheHolder)
+};
+
+/// While one lives, whoever chooses names may take it that the scenes stay as
+/// they are, and keep what it has found out about them. Snapshots inside of a
+/// snapshot are part of it.
+///
+/// Held while one object is named, which asks about its containers too, or
+/// while all objects of a scene are.
+class VANTLEQTWRAPPER_EXPORT NamingSnapshot
+{
+public:
+    NamingSnapshot();
+    ~NamingSnapshot();
+
+    /// What is kept for the length of the outermost snapshot; null to begin with.
+    std::shared_ptr<void> &findings() const;
+
+private:
+    Q_DISABLE_COPY_MOVE(NamingSnapshot)
 };
 
 /// While one lives, Object::scriptName() gives names as they are generated,

@@ -41,6 +41,13 @@ QByteArrayView withoutQuickPrefix(QByteArrayView name)
     return name.startsWith(QuickPrefix) ? name.sliced(sizeof(QuickPrefix) - 1) : name;
 }
 
+// What QML calls "Window" is written in C++ as a class behind the one it is named after.
+QByteArrayView withoutImplementationSuffix(QByteArrayView name)
+{
+    static constexpr QByteArrayView suffix = "QmlImpl";
+    return name.size() > suffix.size() && name.endsWith(suffix) ? name.chopped(suffix.size()) : name;
+}
+
 } // namespace
 
 QByteArray cleanQmlClassName(const QByteArray &className)
@@ -55,7 +62,7 @@ QByteArray cleanQmlClassName(const QMetaObject *metaObject)
 
 QByteArray scriptTypeName(const QMetaObject *metaObject)
 {
-    return withoutQuickPrefix(cleaned(metaObject->className())).toByteArray();
+    return withoutImplementationSuffix(withoutQuickPrefix(cleaned(metaObject->className()))).toByteArray();
 }
 
 bool isCustomQmlTypeName(const QByteArray &className)
@@ -74,6 +81,7 @@ bool qmlMatchesTypeProperty(QObject *object, const PropertyValue &type)
     const QByteArrayView raw = object->metaObject()->className();
     const QByteArrayView clean = cleaned(raw);
     const QByteArrayView bare = withoutQuickPrefix(clean);
+    const QByteArrayView plain = withoutImplementationSuffix(bare);
     // A lookup asks this of every item of a scene: each text is tried once.
     const auto matches = [&type](QByteArrayView name) {
         // The usual comparison takes no new string.
@@ -82,7 +90,7 @@ bool qmlMatchesTypeProperty(QObject *object, const PropertyValue &type)
             : type.matches(QString::fromUtf8(name));
     };
     return matches(raw) || (clean.size() < raw.size() && matches(clean))
-        || (bare.size() < clean.size() && matches(bare));
+        || (bare.size() < clean.size() && matches(bare)) || (plain.size() < bare.size() && matches(plain));
 }
 
 } // namespace Vantle::QtWrapper

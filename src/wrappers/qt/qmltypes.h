@@ -20,7 +20,8 @@ VANTLEQTWRAPPER_EXPORT QByteArray cleanQmlClassName(const QByteArray &className)
 /// Same for the class that \p metaObject, which must not be null, describes.
 VANTLEQTWRAPPER_EXPORT QByteArray cleanQmlClassName(const QMetaObject *metaObject);
 
-/// The class's name as scripts write it: cleaned, and without a leading "QQuick".
+/// The class's name as scripts write it: cleaned, without a leading "QQuick",
+/// and without the "QmlImpl" of what QML calls "Window".
 VANTLEQTWRAPPER_EXPORT QByteArray scriptTypeName(const QMetaObject *metaObject);
 
 /// Whether a raw class name is that of a type written in QML.
@@ -28,7 +29,8 @@ VANTLEQTWRAPPER_EXPORT bool isCustomQmlTypeName(const QByteArray &className);
 
 /// Whether \p object, which must not be null, is of the type that \p type
 /// names. The value is held against the raw name of the object's most derived
-/// class, the cleaned name, and the cleaned name without a leading "QQuick".
+/// class, the cleaned name, the cleaned name without a leading "QQuick", and
+/// the name that scripts write.
 VANTLEQTWRAPPER_EXPORT bool qmlMatchesTypeProperty(QObject *object, const PropertyValue &type);
 
 } // namespace Vantle::QtWrapper

@@ -1,6 +1,8 @@
 #include "wrappers/qt/extensions/qtquick/quicknames_p.h"
 
 #include "wrappers/qt/application.h"
+#include "wrappers/qt/extensions/qtquick/itemtexts_p.h"
+#include "wrappers/qt/extensions/qtquick/namechoice_p.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemids.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/qualifiednames.h"
 #include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
@@ -9,8 +11,6 @@
 #include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QPointer>
-#include <QtQml/private/qqmlcontextdata_p.h>
-#include <QtQml/private/qqmldata_p.h>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
@@ -26,68 +26,22 @@ void setText(ObjectName *name, const QString &key, const QString &text)
     name->setProperty(key, PropertyValue(text, PropertyValue::Equals, PropertyValue::Text));
 }
 
-// The text of a property as it reads when the item is looked up. False if the
-// item has no such property.
-// Getters run, as in all that takes the item as a guard: it may be gone afterwards.
-bool readOwnText(const QPointer<QQuickItem> &item, const QByteArray &property, QString *text)
-{
-    const QVariant value = item->property(property);
-    if (!value.isValid())
-        return false;
-    // Enumerations are compared by number.
-    const bool isEnumeration = value.metaType().flags().testFlag(QMetaType::IsEnumeration);
-    *text = isEnumeration ? QString::number(value.toInt()) : value.toString();
-    if (item && property == "source")
-        normalizeQuickUrlProperty(item, property, *text);
-    return true;
-}
-
-// What the user types names nothing: the next statement would change it.
-bool isTypedByUser(const QQuickItem &item, const char *key)
-{
-    return qstrcmp(key, "text") == 0 && item.metaObject()->indexOfProperty("cursorPosition") >= 0;
-}
-
-// A page of text singles its item out no better than its place does, and
-// nobody can read a statement that holds it.
-bool isFitForName(const QString &text)
-{
-    constexpr qsizetype longest = 80;
-    return !text.isEmpty() && text.size() <= longest && !text.contains(u'\n');
-}
-
 void setFirstReadableText(ObjectName *name, const QPointer<QQuickItem> &item)
 {
     for (const char *key : TextProperties) {
         QString text;
         if (!item)
             return;
-        if (isTypedByUser(*item, key) || !readOwnText(item, key, &text) || !isFitForName(text))
+        const bool isTheUsers = qstrcmp(key, "text") == 0 && isTextOfUser(item);
+        if (!item || isTheUsers || !readOwnText(item, key, &text) || !isFitForName(text))
             continue;
         setText(name, QString::fromLatin1(key), text);
         return;
     }
 }
 
-// Only the table of ids. QQmlContext::nameForObject also reads properties of the
-// document's root: for a window that makes new objects, and an item that has
-// the focus just now would be called "activeFocusItem".
-QString declaredId(QObject *object)
-{
-    // Items that C++ made, such as a Flickable's content item, have none.
-    QQmlContext *const publicContext = qmlContext(object);
-    if (!publicContext)
-        return {};
-    const QQmlRefPointer<QQmlContextData> context = QQmlContextData::get(publicContext);
-    for (int i = 0; i < context->numIdValues(); ++i) {
-        if (context->idValue(i) == object)
-            return context->propertyName(i);
-    }
-    return {};
-}
-
-// The properties that tell items apart in most programs.
-ObjectName usualName(const QPointer<QQuickItem> &item)
+// What the item says of itself, without a look at others that say the same.
+ObjectName ownName(const QPointer<QQuickItem> &item)
 {
     ObjectName name;
     setText(&name, QStringLiteral("type"), QString::fromUtf8(scriptTypeName(item->metaObject())));
@@ -102,25 +56,6 @@ ObjectName usualName(const QPointer<QQuickItem> &item)
     if (item && item->isVisible())
         setText(&name, QStringLiteral("visible"), QStringLiteral("true"));
     return name;
-}
-
-// The text of a property that an extension wants in the name. False where
-// neither the item nor an extension has one.
-bool readText(const QPointer<QQuickItem> &item, const QString &key, QString *text)
-{
-    if (key == QLatin1String("type")) {
-        *text = QString::fromUtf8(scriptTypeName(item->metaObject()));
-        return true;
-    }
-    if (key == QLatin1String("id")) {
-        *text = declaredId(item);
-        return true;
-    }
-    if (key == QLatin1String("unnamed")) {
-        *text = item->objectName().isEmpty() ? QStringLiteral("1") : QStringLiteral("0");
-        return true;
-    }
-    return readOwnText(item, key.toLatin1(), text) || VantleQtQuickHook::propertyFor(item, key, text);
 }
 
 // Where the item stands, and which of several it is, is not a property of it.
@@ -147,34 +82,71 @@ ObjectName extendedName(const QPointer<QQuickItem> &item, const ObjectName &usua
     return item ? name : ObjectName();
 }
 
-// Where the item is looked for. Only what is above the item will do: below
-// anything else it would never be found, and two containers could name each
-// other without end. The content item stands for its window.
-QObject *containerOf(QQuickItem *item)
+bool standsInScene(const QQuickItem *item)
 {
-    const QPointer<QQuickItem> guard(item);
-    QQuickWindow *const window = item->window();
-    if (!window || window->contentItem() == item)
-        return nullptr;
+    const QQuickWindow *const window = item->window();
+    return window && window->contentItem() != item;
+}
+
+// What extensions want \p item to be looked for in. Only what is above the item
+// will do: below anything else it would never be found, and two containers
+// could name each other without end. The content item stands for its window.
+QQuickItem *wantedContainer(const QPointer<QQuickItem> &item)
+{
     QQuickItem *const container = VantleQtQuickHook::containerFor(item);
-    if (!guard || !guard->window())
-        return nullptr;
-    if (container && container != guard->window()->contentItem() && container->isAncestorOf(guard))
-        return container;
-    return guard->window();
+    const bool isAbove = container && item && item->window() && container != item->window()->contentItem()
+        && container->isAncestorOf(item);
+    return isAbove ? container : nullptr;
+}
+
+std::shared_ptr<NameChooser> chooserFor(QQuickWindow *window, const NamingSnapshot &snapshot)
+{
+    auto chooser = std::static_pointer_cast<NameChooser>(snapshot.findings());
+    if (!chooser || chooser->window() != window) {
+        chooser = std::make_shared<NameChooser>(window);
+        snapshot.findings() = chooser;
+    }
+    return chooser;
+}
+
+// The name that singles the item out among all of its window.
+ObjectName chosenName(const QPointer<QQuickItem> &item, QPointer<QQuickItem> *container)
+{
+    const NamingSnapshot snapshot;
+    const NameChoice choice = chooserFor(item->window(), snapshot)->choose(item, *container);
+    if (!item)
+        return {};
+    if (!*container)
+        *container = choice.container;
+    ObjectName name;
+    setText(&name, QStringLiteral("type"), QString::fromUtf8(scriptTypeName(item->metaObject())));
+    for (auto text = choice.texts.cbegin(); text != choice.texts.cend(); ++text)
+        setText(&name, text.key(), *text);
+    if (item->isVisible())
+        setText(&name, QStringLiteral("visible"), QStringLiteral("true"));
+    return name;
 }
 
 } // namespace
 
 ObjectName QuickItemNameSource::objectName(QObject *object) const
 {
+    const NamingSnapshot snapshot;
     const QPointer<QQuickItem> item(static_cast<QQuickItem *>(object));
-    const ObjectName usual = usualName(item);
+    QPointer<QQuickItem> container;
+    if (standsInScene(item))
+        container = wantedContainer(item);
+    if (!item)
+        return {};
+    const bool isChosen = standsInScene(item) && !UnverifiedNames::areWanted();
+    const ObjectName usual = isChosen ? chosenName(item, &container) : ownName(item);
     ObjectName name = item ? extendedName(item, usual) : ObjectName();
     if (!item || name.isEmpty())
         return {};
-    if (QObject *const container = containerOf(item))
-        setText(&name, QStringLiteral("container"), wrapAndRegisterQObject(container)->scriptName());
+    if (standsInScene(item)) {
+        QObject *const place = container ? static_cast<QObject *>(container) : item->window();
+        setText(&name, QStringLiteral("container"), wrapAndRegisterQObject(place)->scriptName());
+    }
     return item ? name : ObjectName();
 }
 
@@ -201,6 +173,7 @@ QString QuickItemNameSource::realName(QObject *object) const
 
 QString QuickItemNameSource::scriptName(QObject *object) const
 {
+    const NamingSnapshot snapshot;
     return UnverifiedNames::areWanted() ? realName(object) : qualifiedQuickItemName(wrapAndRegisterQObject(object));
 }
 

@@ -83,7 +83,7 @@ std::optional<ViewEntry> viewEntryOf(QQuickItem *item)
         return ViewEntry{row->modelIndex(), -1, -1, view};
     }
     const int index = view ? indexAmongFixedItems(item, view) : -1;
-    return index >= 0 ? std::optional(ViewEntry{index, -1, -1, view}) : std::nullopt;
+    return index >= 0 ? std::optional(ViewEntry{index, -1, -1, view, true}) : std::nullopt;
 }
 
 } // namespace Vantle::QtWrapper

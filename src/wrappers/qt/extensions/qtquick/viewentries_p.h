@@ -16,6 +16,7 @@ struct ViewEntry
     int row = -1;               ///< -1 unless it is a cell of a table or tree
     int column = -1;            ///< like row
     QQuickItem *view = nullptr; ///< the view around it; null for entries of a Repeater
+    bool isFixed = false;       ///< written out in the program, like a page or a tab
 };
 
 /// The place of \p item, which must not be null, if it is the item that a view
