@@ -32,14 +32,6 @@ bool isPlayingInput()
     return !QtWrapper::InputPlayer::self()->isIdle();
 }
 
-/// Whether a window gets what it asks for at once, without a window system
-/// between, and nobody else could move it.
-bool isGrantedAtOnce()
-{
-    const QString platform = QGuiApplication::platformName();
-    return platform == QLatin1String("offscreen") || platform == QLatin1String("minimal");
-}
-
 } // namespace
 
 WindowChanges::WindowChanges(Feed feed, std::chrono::milliseconds settlingTime)
@@ -71,7 +63,7 @@ void WindowChanges::stop()
 void WindowChanges::lookForWishes()
 {
     // What is on its way from the window system looks like a wish, too.
-    if (isGrantedAtOnce() || QWindowSystemInterface::windowSystemEventsQueued() > 0)
+    if (QWindowSystemInterface::windowSystemEventsQueued() > 0)
         return;
     const QWindowList windows = QGuiApplication::topLevelWindows();
     for (const QWindow *window : windows) {
@@ -88,7 +80,7 @@ bool WindowChanges::take(QWindow *window, QEvent *event, bool isSettling)
         if (isSettling) {
             // Whatever comes in the same run belongs to it.
             expectChangesOf(window, m_settlingPause, true);
-        } else if (isOfProgram(window, *event)) {
+        } else if (isFollowing(window)) {
             keepExpecting(window);
         } else if (event->type() == QEvent::Move) {
             const auto *const move = static_cast<QMoveEvent *>(event);
@@ -101,17 +93,6 @@ bool WindowChanges::take(QWindow *window, QEvent *event, bool isSettling)
     case QEvent::WindowStateChange: takeState(window, event, isSettling); return true;
     default: return false;
     }
-}
-
-bool WindowChanges::isOfProgram(const QWindow *window, const QEvent &event)
-{
-    if (isFollowing(window))
-        return true;
-    if (!isGrantedAtOnce() || isPlayingInput() || !window->handle())
-        return false;
-    if (event.type() == QEvent::Move)
-        return static_cast<const QMoveEvent &>(event).pos() == window->handle()->QPlatformWindow::geometry().topLeft();
-    return static_cast<const QResizeEvent &>(event).size() == window->handle()->QPlatformWindow::geometry().size();
 }
 
 bool WindowChanges::isFollowing(const QWindow *window) const

@@ -24,8 +24,8 @@ namespace Vantle::Agent {
 ///
 /// What the program wants is seen between its wish and the window system's
 /// report: the platform's window has the new place already, and the window
-/// itself still the old one. Where the window system answers at once, as without
-/// a screen, both are the same when the report comes, which a user's never are.
+/// itself still the old one. Where there is nobody to ask, as without a screen,
+/// the report comes too soon for that; nor is there anybody who moves windows.
 ///
 /// Lives on the thread of the user interface.
 class WindowChanges final : public QObject
@@ -72,7 +72,6 @@ private:
         bool isResized = false;
     };
 
-    bool isOfProgram(const QWindow *window, const QEvent &event);
     bool isFollowing(const QWindow *window) const;
     void expectChangesOf(const QWindow *window, std::chrono::milliseconds time, bool untilInput = false);
     void keepExpecting(const QWindow *window);
