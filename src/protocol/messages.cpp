@@ -58,6 +58,8 @@ QJsonObject HelloResult::toJson() const
         json.insert(QStringLiteral("extensionDirectories"), QJsonArray::fromStringList(extensionDirectories));
     if (!namesFile.isEmpty())
         json.insert(QStringLiteral("namesFile"), namesFile);
+    if (digests)
+        json.insert(QStringLiteral("digests"), true);
     return json;
 }
 
@@ -72,6 +74,7 @@ std::optional<HelloResult> HelloResult::fromJson(const QJsonObject &json, QStrin
         result.extensionDirectories = reader.strings("extensionDirectories");
     if (reader.has("namesFile"))
         result.namesFile = reader.string("namesFile");
+    result.digests = reader.boolean("digests", false);
     return reader.finish(result, error);
 }
 
@@ -107,6 +110,53 @@ std::optional<Statement> Statement::fromJson(const QJsonObject &json, QString *e
             reader.complain(QStringLiteral("argument %1: %2").arg(i + 1).arg(reason));
     }
     return reader.finish(statement, error);
+}
+
+QJsonObject Comment::toJson() const
+{
+    return {{QStringLiteral("text"), text}, {QStringLiteral("time"), time}};
+}
+
+std::optional<Comment> Comment::fromJson(const QJsonObject &json, QString *error)
+{
+    FieldReader reader(json);
+    const Comment comment{reader.string("text"), reader.string("time")};
+    return reader.finish(comment, error);
+}
+
+QJsonObject Pending::toJson() const
+{
+    QJsonArray list;
+    for (const Statement &statement : statements)
+        list.append(statement.toJson());
+    return {{QStringLiteral("statements"), list}};
+}
+
+std::optional<Pending> Pending::fromJson(const QJsonObject &json, QString *error)
+{
+    FieldReader reader(json);
+    Pending pending;
+    const QJsonArray list = reader.array("statements");
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        QString reason;
+        if (const auto statement = Statement::fromJson(list.at(i).toObject(), &reason))
+            pending.statements.append(*statement);
+        else
+            reader.complain(QStringLiteral("statement %1: %2").arg(i + 1).arg(reason));
+    }
+    return reader.finish(pending, error);
+}
+
+QJsonObject Digest::toJson() const
+{
+    return {{QStringLiteral("value"), value}, {QStringLiteral("objects"), objects}};
+}
+
+std::optional<Digest> Digest::fromJson(const QJsonObject &json, QString *error)
+{
+    FieldReader reader(json);
+    const Digest digest{reader.string("value"), static_cast<int>(reader.integer("objects", 0, intMax))};
+    return reader.finish(digest, error);
 }
 
 QJsonObject LogMessage::toJson() const

@@ -23,6 +23,9 @@ inline constexpr int protocolVersion = 1;
 namespace Method {
 inline constexpr QLatin1String hello("hello");                 ///< request, agent to tool
 inline constexpr QLatin1String statement("statement");         ///< notification, agent to tool
+inline constexpr QLatin1String comment("comment");             ///< notification, agent to tool
+inline constexpr QLatin1String pending("pending");             ///< notification, agent to tool
+inline constexpr QLatin1String digest("digest");               ///< notification to the tool, request to the agent
 inline constexpr QLatin1String log("log");                     ///< notification, agent to tool
 inline constexpr QLatin1String acting("acting");               ///< notification, agent to tool
 inline constexpr QLatin1String stopRecording("stopRecording"); ///< request, tool to agent
@@ -69,6 +72,7 @@ struct HelloResult
     QStringList classesWithoutCoordinates;
     QStringList extensionDirectories; ///< further ones, asked in this order
     QString namesFile;                ///< path of the file with the aliases; empty if there is none
+    bool digests = false;             ///< send a digest of what there is with each statement
 
     QJsonObject toJson() const;
     static std::optional<HelloResult> fromJson(const QJsonObject &json, QString *error = nullptr);
@@ -94,6 +98,38 @@ struct Statement
 
     QJsonObject toJson() const;
     static std::optional<Statement> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+/// A remark for the script, at the place where it comes: input that became no
+/// statement, and why.
+struct Comment
+{
+    QString text; ///< in plain words; may have several lines
+    QString time; ///< as a statement's
+
+    QJsonObject toJson() const;
+    static std::optional<Comment> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+/// What the recorder would still write if the program ended now. Each one takes
+/// the place of the one before, and a statement ends it: what is pending behind
+/// the statement is told anew.
+struct Pending
+{
+    QList<Statement> statements; ///< in the order of the script; empty if nothing is pending
+
+    QJsonObject toJson() const;
+    static std::optional<Pending> fromJson(const QJsonObject &json, QString *error = nullptr);
+};
+
+/// What there is in the program, as a short text that is equal if it is the same.
+struct Digest
+{
+    QString value;
+    int objects = 0; ///< how many objects went in
+
+    QJsonObject toJson() const;
+    static std::optional<Digest> fromJson(const QJsonObject &json, QString *error = nullptr);
 };
 
 /// A line for the tool's log.

@@ -79,7 +79,8 @@ TEST(HelloResult, survivesTheWayThroughJson)
                            2,
                            {QStringLiteral("QQuickButton"), QStringLiteral("Tile")},
                            {QStringLiteral("/a"), QStringLiteral("/b c")},
-                           QStringLiteral("names.json")};
+                           QStringLiteral("names.json"),
+                           true};
     const auto result = HelloResult::fromJson(sent.toJson());
     ASSERT_TRUE(result);
     EXPECT_TRUE(result->record);
@@ -87,6 +88,7 @@ TEST(HelloResult, survivesTheWayThroughJson)
     EXPECT_EQ(result->classesWithoutCoordinates, sent.classesWithoutCoordinates);
     EXPECT_EQ(result->extensionDirectories, sent.extensionDirectories);
     EXPECT_EQ(result->namesFile, sent.namesFile);
+    EXPECT_TRUE(result->digests);
 }
 
 TEST(HelloResult, mayComeFromAToolThatKnowsNothingOfExtensionsAndNames)
@@ -96,6 +98,7 @@ TEST(HelloResult, mayComeFromAToolThatKnowsNothingOfExtensionsAndNames)
     ASSERT_TRUE(result);
     EXPECT_TRUE(result->extensionDirectories.isEmpty());
     EXPECT_TRUE(result->namesFile.isEmpty());
+    EXPECT_FALSE(result->digests);
 }
 
 TEST(HelloResult, refusesExtensionsAndNamesOfAWrongType)
@@ -182,6 +185,58 @@ TEST(Messages, callersMayLeaveTheReasonOut)
     EXPECT_FALSE(HelloResult::fromJson({}, nullptr));
     EXPECT_FALSE(Statement::fromJson({}, nullptr));
     EXPECT_FALSE(LogMessage::fromJson({}, nullptr));
+}
+
+TEST(Comment, survivesTheWayThroughJson)
+{
+    const auto comment = Comment::fromJson(
+        Comment{QStringLiteral("a press\nof nothing"), QStringLiteral("12:00:00.000")}.toJson());
+    ASSERT_TRUE(comment);
+    EXPECT_EQ(comment->text, QStringLiteral("a press\nof nothing"));
+    EXPECT_EQ(comment->time, QStringLiteral("12:00:00.000"));
+    QString error;
+    EXPECT_FALSE(Comment::fromJson(parsed(R"({"time": ""})"), &error));
+    EXPECT_TRUE(error.contains(QStringLiteral("text"))) << qPrintable(error);
+}
+
+TEST(Pending, holdsStatementsInTheirOrder)
+{
+    Statement first;
+    first.function = QStringLiteral("mouseClick");
+    first.arguments.append({QStringLiteral("x"), QStringLiteral("int"), 3});
+    Statement second;
+    second.function = QStringLiteral("type");
+    const auto pending = Pending::fromJson(Pending{{first, second}}.toJson());
+    ASSERT_TRUE(pending);
+    ASSERT_EQ(pending->statements.size(), 2);
+    EXPECT_EQ(pending->statements.at(0).arguments.size(), 1);
+    EXPECT_EQ(pending->statements.at(1).function, QStringLiteral("type"));
+}
+
+TEST(Pending, mayBeNothing)
+{
+    const auto pending = Pending::fromJson(parsed(R"({"statements": []})"));
+    ASSERT_TRUE(pending);
+    EXPECT_TRUE(pending->statements.isEmpty());
+}
+
+TEST(Pending, namesTheStatementThatIsWrong)
+{
+    QString error;
+    EXPECT_FALSE(Pending::fromJson(
+        parsed(R"({"statements": [{"function": "f", "object": "", "arguments": [], "time": ""}, {}]})"), &error));
+    EXPECT_TRUE(error.startsWith(QStringLiteral("statement 2: "))) << qPrintable(error);
+    EXPECT_FALSE(Pending::fromJson(parsed("{}"), &error));
+    EXPECT_TRUE(error.contains(QStringLiteral("statements"))) << qPrintable(error);
+}
+
+TEST(Digest, survivesTheWayThroughJson)
+{
+    const auto digest = Digest::fromJson(Digest{QStringLiteral("a1"), 7}.toJson());
+    ASSERT_TRUE(digest);
+    EXPECT_EQ(digest->value, QStringLiteral("a1"));
+    EXPECT_EQ(digest->objects, 7);
+    EXPECT_FALSE(Digest::fromJson(parsed(R"({"value": "a1", "objects": -1})")));
 }
 
 } // namespace
