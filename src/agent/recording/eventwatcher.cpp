@@ -1,5 +1,6 @@
 #include "agent/recording/eventwatcher.h"
 
+#include "agent/recording/hoststatements.h"
 #include "wrappers/qt/extensions/qtquick/inputdelivery.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
@@ -8,12 +9,16 @@
 #include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtGui/QGuiApplication>
+#include <QtGui/QDropEvent>
 #include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
 #include <QtGui/QStyleHints>
+#include <QtGui/QWheelEvent>
 #include <QtGui/private/qwindow_p.h>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
+#include <optional>
 #include <utility>
 
 namespace Vantle::Agent {
@@ -44,6 +49,22 @@ QObject *receiverOf(QObject *receiver, const QEvent &event)
     return item && item->window() ? item->window() : receiver;
 }
 
+/// A record of \p scenePoint of the window of \p item, in which nothing happens.
+/// Nothing for null.
+std::optional<SyntheticEvent> recordOfPlace(QQuickItem *item, QPointF scenePoint)
+{
+    if (!item || !item->window())
+        return std::nullopt;
+    const QPointF global = item->window()->mapToGlobal(scenePoint);
+    QMouseEvent press(QEvent::MouseButtonPress, scenePoint, scenePoint, global, Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    const auto delivery = QtWrapper::InputDelivery::toItem(item);
+    SyntheticEvent record;
+    if (!QtWrapper::qtEventToSyntheticEvent(item->window(), &press, &record))
+        return std::nullopt;
+    return record;
+}
+
 int dragDistance()
 {
     return QGuiApplication::styleHints()->startDragDistance();
@@ -65,10 +86,14 @@ private:
 EventWatcher::EventWatcher(std::chrono::milliseconds settlingTime)
     : m_settling(settlingTime)
     , m_windows([this](QWindow *window, QEvent *event) { record(window, event); }, settlingTime)
-    , m_pointer(&m_texts, [this](const SyntheticEvent &foreseen) { m_flickGenerator->peekSyntheticEvent(foreseen); })
+    , m_pointer(
+          &m_texts, [this](const SyntheticEvent &foreseen) { m_flickGenerator->peekSyntheticEvent(foreseen); },
+          [this](QQuickItem *item) { recordHover(item); })
+    , m_patterns([this] { flush(); }, dragDistance)
     , m_drags(dragDistance)
 {
-    m_texts.setNext(&m_drags);
+    m_texts.setNext(&m_patterns);
+    m_patterns.setNext(&m_drags);
 }
 
 EventWatcher::~EventWatcher()
@@ -112,6 +137,8 @@ void EventWatcher::stop()
     m_recorder = nullptr;
     m_keyReleases = KeyReleases();
     m_pointer.reset();
+    m_patterns.reset();
+    m_hover.reset();
     m_windows.stop();
     m_settling.stop();
 }
@@ -123,6 +150,8 @@ bool EventWatcher::eventFilter(QObject *receiver, QEvent *event)
         takeEvent(receiver, event);
     else if (receiver->isQuickItemType())
         m_pointer.noteDelivery(receiver, *event);
+    else if (event->type() == QEvent::Drop && receiver->isWindowType())
+        takeDrop(static_cast<QWindow *>(receiver), *static_cast<QDropEvent *>(event));
     return false;
 }
 
@@ -130,16 +159,74 @@ void EventWatcher::takeEvent(QObject *receiver, QEvent *event)
 {
     auto *const window = qobject_cast<QWindow *>(receiver);
     m_windows.lookForWishes();
+    m_shortcuts.look();
     if (window && m_windows.take(window, event, m_settling.isSettling(receiver, *event)))
         return;
-    if (event->isInputEvent() && event->type() != QEvent::MouseMove) {
-        m_windows.letGo();
-        m_windows.noteInput();
-    }
-    if (event->isInputEvent())
+    if (event->isInputEvent()) {
+        noteInput(window, event);
         correctModifiers(receiver, *static_cast<QInputEvent *>(event));
+    }
     if (!window || !m_pointer.take(window, event))
         record(receiver, event);
+}
+
+void EventWatcher::noteInput(QWindow *window, QEvent *event)
+{
+    if (event->type() == QEvent::MouseMove) {
+        const auto *const move = static_cast<QMouseEvent *>(event);
+        auto *const quickWindow = qobject_cast<QQuickWindow *>(window);
+        if (quickWindow && move->buttons() == Qt::NoButton)
+            m_hover.noteMove(quickWindow, move->scenePosition());
+        return;
+    }
+    m_windows.letGo();
+    m_windows.noteInput();
+    switch (event->type()) {
+    case QEvent::Wheel:
+        if (m_wheels.beginsAnew(*static_cast<QWheelEvent *>(event)))
+            flush();
+        m_hover.reset();
+        break;
+    case QEvent::KeyRelease: recordKeyOfShortcut(window, *static_cast<QKeyEvent *>(event)); break;
+    case QEvent::KeyPress:
+    case QEvent::TouchBegin:
+    case QEvent::MouseButtonRelease: m_hover.reset(); break;
+    default: break;
+    }
+}
+
+void EventWatcher::recordKeyOfShortcut(QObject *receiver, const QKeyEvent &release)
+{
+    if (m_keyReleases.knows(release) || !m_shortcuts.takeRelease(release))
+        return;
+    QKeyEvent press(QEvent::KeyPress, release.key(), release.modifiers(), release.nativeScanCode(),
+                    release.nativeVirtualKey(), release.nativeModifiers(), release.text());
+    record(receiver, &press);
+}
+
+/// The places that had to be hovered for \p pressed to be there.
+void EventWatcher::recordHover(QQuickItem *pressed)
+{
+    const QList<HoverPath::Stop> stops = m_hover.stopsFor(pressed);
+    m_hover.reset();
+    if (stops.isEmpty())
+        return;
+    flush();
+    for (const HoverPath::Stop &stop : stops) {
+        if (const std::optional<SyntheticEvent> place = recordOfPlace(stop.item, stop.scenePoint))
+            HostStatements::mouseMove(*place);
+    }
+}
+
+void EventWatcher::takeDrop(QWindow *window, const QDropEvent &event)
+{
+    auto *const quickWindow = qobject_cast<QQuickWindow *>(window);
+    if (!quickWindow || !m_patterns.isPressed())
+        return;
+    QQuickItem *const taker = QtWrapper::dropTakerAt(quickWindow, event.position());
+    if (const std::optional<SyntheticEvent> target = recordOfPlace(taker, event.position()))
+        m_patterns.takeDrop(*target);
+    m_pointer.reset();
 }
 
 void EventWatcher::correctModifiers(QObject *receiver, const QInputEvent &event)
@@ -179,9 +266,13 @@ void EventWatcher::record(QObject *receiver, QEvent *event)
     m_pointer.complete();
     SyntheticEvent record;
     const auto delivery = QtWrapper::InputDelivery::toFocus();
-    if (!QtWrapper::qtEventToSyntheticEvent(receiverOf(receiver, *event), event, &record)
-        || !m_keyReleases.correct(*event, &record))
+    if (!QtWrapper::qtEventToSyntheticEvent(receiverOf(receiver, *event), event, &record))
         return;
+    if (!m_keyReleases.correct(*event, &record)) {
+        if (!m_texts.isHolding())
+            m_patterns.takeModifierRelease(record);
+        return;
+    }
     m_modifiers.noteRecord(record);
     m_texts.take(record);
 }

@@ -1,10 +1,14 @@
 #pragma once
 
 #include "agent/recording/dragcrossing.h"
+#include "agent/recording/hostpatterns.h"
+#include "agent/recording/hoverpath.h"
 #include "agent/recording/keyreleases.h"
 #include "agent/recording/modifiertracker.h"
 #include "agent/recording/pointerdelivery.h"
+#include "agent/recording/shortcutsequences.h"
 #include "agent/recording/textruns.h"
+#include "agent/recording/wheelruns.h"
 #include "agent/recording/windowchanges.h"
 #include "agent/recording/windowsettling.h"
 #include "hook/shared.h"
@@ -13,7 +17,11 @@
 
 #include <memory>
 
+class QDropEvent;
 class QInputEvent;
+class QKeyEvent;
+class QQuickItem;
+class QWindow;
 
 namespace Vantle::QtWrapper {
 class QtEventRecorder;
@@ -60,6 +68,10 @@ private:
     class LineEnd;
 
     void takeEvent(QObject *receiver, QEvent *event);
+    void noteInput(QWindow *window, QEvent *event);
+    void recordKeyOfShortcut(QObject *receiver, const QKeyEvent &release);
+    void recordHover(QQuickItem *pressed);
+    void takeDrop(QWindow *window, const QDropEvent &event);
     void correctModifiers(QObject *receiver, const QInputEvent &event);
     void record(QObject *receiver, QEvent *event);
     void letGo();
@@ -70,10 +82,14 @@ private:
     WindowSettling m_settling;
     WindowChanges m_windows;
     PointerDelivery m_pointer;
+    WheelRuns m_wheels;
+    HoverPath m_hover;
+    ShortcutSequences m_shortcuts;
     KeyReleases m_keyReleases;
     ModifierTracker m_modifiers;
     // The line, in this order.
     TextRuns m_texts;
+    HostPatterns m_patterns;
     DragCrossing m_drags;
     std::unique_ptr<LineEnd> m_end;
 };

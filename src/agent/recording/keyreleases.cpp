@@ -32,4 +32,9 @@ bool KeyReleases::correct(const QEvent &event, QtWrapper::SyntheticEvent *record
     return !record->text.isEmpty();
 }
 
+bool KeyReleases::knows(const QKeyEvent &event) const
+{
+    return m_texts.contains(keyOfKeyboard(event));
+}
+
 } // namespace Vantle::Agent

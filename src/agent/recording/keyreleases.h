@@ -4,6 +4,7 @@
 #include <QtCore/QHash>
 
 class QEvent;
+class QKeyEvent;
 
 namespace Vantle::QtWrapper {
 class SyntheticEvent;
@@ -25,6 +26,9 @@ public:
     /// the recorder, since it may stand between a key and that key's release;
     /// that the modifier is up, the next event of the pointer tells.
     bool correct(const QEvent &event, QtWrapper::SyntheticEvent *record);
+
+    /// Whether the press of the key was seen whose release \p event is.
+    bool knows(const QKeyEvent &event) const;
 
 private:
     /// What the keys wrote that are down, by the key of the keyboard: its

@@ -11,7 +11,6 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
-#include <algorithm>
 #include <utility>
 
 namespace Vantle::Agent {
@@ -72,7 +71,10 @@ void PointerDelivery::Holder::writeTo(SyntheticEvent *record) const
     record->ready = isReady;
 }
 
-PointerDelivery::PointerDelivery(RecordStage *line, Observer foreseen) : m_line(line), m_foreseen(std::move(foreseen))
+PointerDelivery::PointerDelivery(RecordStage *line, Observer foreseen, ItemObserver aimedAt)
+    : m_line(line)
+    , m_foreseen(std::move(foreseen))
+    , m_aimedAt(std::move(aimedAt))
 {
 }
 
@@ -95,7 +97,9 @@ bool PointerDelivery::take(QWindow *window, QEvent *event)
 
 void PointerDelivery::takePress(QWindow *window, QMouseEvent *event)
 {
+    complete();
     QQuickItem *const taker = answererAt(quickWindow(window), event->scenePosition(), event->button());
+    m_aimedAt(taker);
     Pending pending;
     {
         const InputDelivery delivery = InputDelivery::toItem(taker);
@@ -139,6 +143,7 @@ void PointerDelivery::takeRelease(QWindow *window, QMouseEvent *event)
 
 void PointerDelivery::takeWheel(QWindow *window, QWheelEvent *event)
 {
+    complete();
     QQuickItem *const taker = QtWrapper::wheelTakerAt(quickWindow(window), event->scenePosition());
     Pending pending;
     {
@@ -155,6 +160,7 @@ void PointerDelivery::takeWheel(QWindow *window, QWheelEvent *event)
 
 void PointerDelivery::takeTouchBegin(QWindow *window, QTouchEvent *event)
 {
+    complete();
     const QPointF point = event->points().isEmpty() ? QPointF() : event->point(0).scenePosition();
     QQuickItem *const taker = answererAt(quickWindow(window), point, Qt::LeftButton);
     Pending pending;
@@ -223,19 +229,24 @@ void PointerDelivery::complete()
 /// Whoever got the press and did not keep it let it through to the next one.
 void PointerDelivery::correctPress(Pending *pending) const
 {
-    const auto &receivers = pending->receivers;
-    const bool wasOffered = std::find(receivers.cbegin(), receivers.cend(), pending->foreseen) != receivers.cend();
-    if (!pending->window || !quickWindow(pending->window))
+    if (!pending->window || !quickWindow(pending->window) || pending->receivers.isEmpty())
         return;
-    QQuickItem *const grabber = pending->device ? grabberOf(pending->device, pending->pointId) : nullptr;
-    const bool wasDeclined = pending->foreseen && wasOffered && receivers.last() != pending->foreseen;
-    const bool wasUnforeseen = !pending->foreseen && grabber && receivers.contains(grabber);
-    if (!wasDeclined && !wasUnforeseen)
-        return;
-    QQuickItem *const taker = QtWrapper::answererFor(receivers.contains(grabber) ? grabber : nullptr,
-                                                     pending->scenePoint);
+    QQuickItem *const taker = QtWrapper::answererFor(pressTakerOf(*pending), pending->scenePoint);
     if (taker != pending->foreseen)
         recordAgainst(taker, pending->window, pending->event.get(), &pending->record);
+}
+
+QQuickItem *PointerDelivery::pressTakerOf(const Pending &pending) const
+{
+    const auto &receivers = pending.receivers;
+    QQuickItem *const last = receivers.last();
+    QQuickItem *const grabber = pending.device ? grabberOf(pending.device, pending.pointId) : nullptr;
+    if (!pending.foreseen)
+        return grabber && receivers.contains(grabber) ? grabber : nullptr;
+    if (last == pending.foreseen || !receivers.contains(pending.foreseen) || !last)
+        return pending.foreseen;
+    // What holds an item may watch over what is pressed in it.
+    return grabber && (grabber == last || grabber->isAncestorOf(last)) ? last : grabber;
 }
 
 void PointerDelivery::correctWheel(Pending *pending)

@@ -42,10 +42,12 @@ class PointerDelivery final : public QObject
 
 public:
     using Observer = std::function<void(const QtWrapper::SyntheticEvent &record)>;
+    using ItemObserver = std::function<void(QQuickItem *item)>;
 
     /// Completed records go to \p line, which must outlive this object; \p foreseen
     /// is shown those of presses, touches and their ends before Qt delivers them.
-    PointerDelivery(RecordStage *line, Observer foreseen);
+    /// \p aimedAt is told ahead of a press what it will go to, null included.
+    PointerDelivery(RecordStage *line, Observer foreseen, ItemObserver aimedAt);
     ~PointerDelivery() override;
 
     /// Takes \p event, which Qt is about to deliver to \p window, if it is one of
@@ -95,11 +97,13 @@ private:
     void keepBack(Pending pending);
 
     void correctPress(Pending *pending) const;
+    QQuickItem *pressTakerOf(const Pending &pending) const;
     void correctWheel(Pending *pending);
     QQuickItem *wheelTakerOf(const Pending &pending) const;
 
     RecordStage *m_line;
     Observer m_foreseen;
+    ItemObserver m_aimedAt;
     std::optional<Pending> m_pending;
     QHash<int, Holder> m_pressed; ///< by button
     std::optional<Holder> m_touched;

@@ -20,6 +20,9 @@ public:
     void take(const QtWrapper::SyntheticEvent &record) override;
     void letGo() override;
 
+    /// Whether a text is kept back.
+    bool isHolding() const { return !m_run.empty(); }
+
 private:
     bool belongsToRun(const QtWrapper::SyntheticEvent &record) const;
 

@@ -70,6 +70,19 @@ bool isDecoration(const QQuickItem *item)
     return false;
 }
 
+/// What darkens the window behind a modal popup. It stands for the layer in which
+/// popups live, and has no other name than its place among its like.
+bool isDimmer(const QQuickItem *item)
+{
+    return item->parentItem() && item->parentItem()->inherits("QQuickOverlay")
+        && !(item->parent() && item->parent()->inherits("QQuickPopup"));
+}
+
+bool takesDrops(const QQuickItem *item)
+{
+    return item->flags().testFlag(QQuickItem::ItemAcceptsDrops);
+}
+
 bool isConnected(const QObject *sender, const QMetaMethod &signal)
 {
     return QObjectPrivate::get(const_cast<QObject *>(sender))->isSignalConnected(
@@ -122,8 +135,15 @@ QQuickItem *wheelTakerAt(const QQuickWindow *window, QPointF scenePoint)
     return window ? topmost(window->contentItem(), scenePoint, isWheelTaker) : nullptr;
 }
 
+QQuickItem *dropTakerAt(const QQuickWindow *window, QPointF scenePoint)
+{
+    return window ? topmost(window->contentItem(), scenePoint, takesDrops) : nullptr;
+}
+
 QQuickItem *answererFor(QQuickItem *taker, QPointF scenePoint)
 {
+    if (taker && isDimmer(taker))
+        return taker->parentItem();
     QQuickItem *const editor = taker ? editorAround(taker) : nullptr;
     return editor && editor->contains(editor->mapFromScene(scenePoint)) ? editor : taker;
 }

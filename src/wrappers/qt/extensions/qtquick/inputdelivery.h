@@ -18,8 +18,13 @@ VANTLEQTQUICK_EXPORT QQuickItem *wheelTakerAt(const QQuickWindow *window, QPoint
 /// Whether \p item does something with the wheel at all.
 VANTLEQTQUICK_EXPORT bool isWheelTaker(const QQuickItem *item);
 
+/// The topmost item at \p scenePoint of \p window that takes what is dropped;
+/// null where there is none, and for a null window.
+VANTLEQTQUICK_EXPORT QQuickItem *dropTakerAt(const QQuickWindow *window, QPointF scenePoint);
+
 /// The control that a user means who acts on \p taker at \p scenePoint: the spin
-/// box or combo box whose text it edits, else \p taker itself. Null for null.
+/// box or combo box whose text it edits, the layer of popups for what it dims
+/// the rest with, else \p taker itself. Null for null.
 VANTLEQTQUICK_EXPORT QQuickItem *answererFor(QQuickItem *taker, QPointF scenePoint);
 
 /// As long as one of these lives, the standard extension has the library pass
