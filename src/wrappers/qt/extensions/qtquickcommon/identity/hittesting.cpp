@@ -68,6 +68,17 @@ QSet<const QObject *> objectsBelow(QList<QObject *> roots)
     return found;
 }
 
+/// Whether nothing of \p item and below it can be hit, at a point that it has
+/// \p inside or not. Children that aren't clipped may reach beyond their parent.
+bool isOut(const QQuickItem &item, bool inside)
+{
+    if (!inside
+        && (item.flags().testFlag(QQuickItem::ItemClipsChildrenToShape)
+            || QQuickItemPrivate::get(&item)->childItems.isEmpty()))
+        return true;
+    return isFuzzilyZero(item.opacity());
+}
+
 /// One walk down from an item to the one under a point. Scripts that it asks may
 /// move items and destroy them: what was moved is gone on with, what was
 /// destroyed is not touched.
@@ -78,7 +89,10 @@ public:
 
     QQuickItem *itemAt(const QPointF &point)
     {
-        Level level{.item = m_root, .point = point, .toWindow = windowTransformOf(m_root)};
+        const bool inside = m_root->contains(point);
+        if (isOut(*m_root, inside))
+            return nullptr;
+        Level level{.item = m_root, .point = point, .inside = inside, .toWindow = windowTransformOf(m_root)};
         return itemAt(level);
     }
 
@@ -88,9 +102,11 @@ private:
     {
         QQuickItem *item;
         QPointF point; ///< in its coordinates
+        bool inside;   ///< whether it contains the point
         Level *outer = nullptr;
         QTransform toWindow;
-        int questions = 0; ///< how many had been put when \c toWindow was right
+        QPointF inWindow = {}; ///< the point, for the items below
+        int questions = 0;     ///< how many had been put when the item's place was right
         QList<QQuickItem *> children = {};
         /// Set ahead of the first question that may destroy the item: guards
         /// cost more than most items on the way are worth.
@@ -102,8 +118,8 @@ private:
 
     QQuickItem *itemAt(Level &level);
     QQuickItem *childAt(Level &level);
-    Level levelBelow(Level &level, QQuickItem *child) const;
-    const QTransform &toWindow(Level &level) const;
+    QTransform toWindow(Level &level, QQuickItem *child) const;
+    void locate(Level &level) const;
     bool isIgnored(Level &level);
     bool lives(const Level &level, QQuickItem *child);
 
@@ -115,28 +131,31 @@ private:
 
 QQuickItem *HitTest::itemAt(Level &level)
 {
-    const bool inside = level.item->contains(level.point);
-    if (!inside && level.item->flags().testFlag(QQuickItem::ItemClipsChildrenToShape))
-        return nullptr;
-    if (isFuzzilyZero(level.item->opacity()))
-        return nullptr;
-
-    // Also when the point is outside: children that aren't clipped may reach
-    // beyond their parent.
     if (QQuickItem *const hit = childAt(level))
         return hit;
-    return inside && !level.isGone() && !isIgnored(level) ? level.item : nullptr;
+    return level.inside && !level.isGone() && !isIgnored(level) ? level.item : nullptr;
 }
 
 QQuickItem *HitTest::childAt(Level &level)
 {
     level.children = level.item->childItems();
     const QList<QQuickItem *> stacked = inStackingOrder(level.children);
+    level.inWindow = level.toWindow.map(level.point);
     for (auto it = stacked.crbegin(); it != stacked.crend(); ++it) {
         QQuickItem *const child = *it;
         if ((m_questions > 0 && !lives(level, child)) || !child->isVisible())
             continue;
-        Level below = levelBelow(level, child);
+        const QTransform childToWindow = toWindow(level, child);
+        const QPointF point = childToWindow.inverted().map(level.inWindow);
+        const bool inside = child->contains(point);
+        if (isOut(*child, inside))
+            continue;
+        Level below{.item = child,
+                    .point = point,
+                    .inside = inside,
+                    .outer = &level,
+                    .toWindow = childToWindow,
+                    .questions = m_questions};
         if (QQuickItem *const hit = itemAt(below))
             return hit;
         if (level.isGone())
@@ -145,27 +164,26 @@ QQuickItem *HitTest::childAt(Level &level)
     return nullptr;
 }
 
-/// What QQuickItem::mapFromItem gives, singular transforms included, which goes
-/// up to the window and down again: here each item adds its own to the way down.
-HitTest::Level HitTest::levelBelow(Level &level, QQuickItem *child) const
+/// For what QQuickItem::mapFromItem gives, singular transforms included, which
+/// goes up to the window and down again: here each item adds its own transform
+/// on the way down.
+QTransform HitTest::toWindow(Level &level, QQuickItem *child) const
 {
-    const QPointF inWindow = toWindow(level).map(level.point);
-    Level below{.item = child, .point = {}, .outer = &level, .toWindow = level.toWindow, .questions = m_questions};
-    if (m_questions == 0 || child->parentItem() == level.item)
-        QQuickItemPrivate::get(child)->itemToParentTransform(below.toWindow);
-    else
-        below.toWindow = windowTransformOf(child);
-    below.point = below.toWindow.inverted().map(inWindow);
-    return below;
+    if (level.questions != m_questions)
+        locate(level);
+    if (m_questions > 0 && child->parentItem() != level.item)
+        return windowTransformOf(child);
+    QTransform transform = level.toWindow;
+    QQuickItemPrivate::get(child)->itemToParentTransform(transform);
+    return transform;
 }
 
-const QTransform &HitTest::toWindow(Level &level) const
+/// Finds out where the item of \p level is after what has been asked meanwhile.
+void HitTest::locate(Level &level) const
 {
-    if (level.questions != m_questions) {
-        level.toWindow = windowTransformOf(level.item);
-        level.questions = m_questions;
-    }
-    return level.toWindow;
+    level.toWindow = windowTransformOf(level.item);
+    level.inWindow = level.toWindow.map(level.point);
+    level.questions = m_questions;
 }
 
 /// Asks about the item of \p level. True also if it is gone afterwards.
