@@ -32,6 +32,11 @@ file(GLOB_RECURSE private_headers "${prefix}/include/*_p.h")
 if(private_headers)
     message(FATAL_ERROR "Private headers were installed: ${private_headers}")
 endif()
+foreach(pattern IN ITEMS mousecompressors touchcompressors textcompressors wheelcompressor windowcompressors)
+    if(EXISTS "${prefix}/include/vantle/wrappers/qt/extensions/qtquickcommon/compression/${pattern}.h")
+        message(FATAL_ERROR "The header of patterns ${pattern}.h was installed")
+    endif()
+endforeach()
 
 # Neither the package nor the search paths of the binaries may lead back to
 # where they were built or first installed.

@@ -10,6 +10,8 @@
 #include <wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h>
 #include <wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h>
 #include <wrappers/qt/extensions/qtquickcommon/identity/itemids.h>
+#include <wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h>
+#include <wrappers/qt/extensions/qtquickcommon/recording/qtquickflickeventgenerator.h>
 #include <wrappers/qt/qmltypes.h>
 
 #include <QtCore/QByteArray>
@@ -35,6 +37,21 @@ void expect(bool holds, const char *what)
     std::fprintf(stderr, "does not hold: %s\n", what);
     ++failures;
 }
+
+/// Hosts may see flicks on their way to the recorder.
+class FlickCounter : public Vantle::QtWrapper::QtQuickFlickEventGenerator
+{
+public:
+    using QtQuickFlickEventGenerator::QtQuickFlickEventGenerator;
+
+    void flickStarted(QQuickItem *flickable, const QPointF &position, QQuickItem *item) override
+    {
+        ++started;
+        QtQuickFlickEventGenerator::flickStarted(flickable, position, item);
+    }
+
+    int started = 0;
+};
 
 class SilentLogger : public Vantle::Logger
 {
@@ -75,6 +92,18 @@ void tryIds()
            "an item has its id");
 }
 
+void tryFlicks()
+{
+    QQmlEngine engine;
+    QQmlComponent component(&engine);
+    component.setData("import QtQuick\nFlickable { Item {} }", QUrl());
+    const std::unique_ptr<QObject> flickable(component.create());
+    FlickCounter generator(Vantle::QtWrapper::QtEventRecorder::instance());
+    Vantle::QtWrapper::FlickObserver &observer = generator;
+    observer.flickStarted(qobject_cast<QQuickItem *>(flickable.get()), QPointF(), nullptr);
+    expect(generator.started == 1, "a host's generator is told of flicks");
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -91,6 +120,7 @@ int main(int argc, char **argv)
     expect(Vantle::QtWrapper::SyntheticEvent().timestamp > 0, "a record is stamped");
     tryTracing();
     tryIds();
+    tryFlicks();
 
     const std::filesystem::path extensions = EXTENSION_DIR;
     expect(std::filesystem::is_directory(extensions), "there is a directory for extensions");

@@ -115,7 +115,8 @@ QByteArray describeModifiers(Modifier::Value modifiers)
     if (modifiers == Modifier::None)
         return QByteArrayLiteral("None");
     QByteArray names;
-    for (Modifier::Value bit : {Modifier::Control, Modifier::Shift, Modifier::Alt, Modifier::Win, Modifier::Command}) {
+    for (const qint32 *value = Modifier::values; *value != -1; ++value) {
+        const auto bit = static_cast<Modifier::Value>(*value);
         if ((modifiers & bit) == Modifier::None)
             continue;
         if (!names.isEmpty())

@@ -17,14 +17,10 @@ int previousEventType = 0;
 
 /// The last ShortcutOverride. Its receiver may be dead and is only compared.
 /// Never forgotten: a press that equals it in everything is its repetition.
-struct ShortcutOverride
-{
-    const QObject *receiver = nullptr;
-    int key = 0;
-    quint32 modifiers = 0;
-    quint32 timestamp = 0;
-};
-ShortcutOverride shortcutOverride;
+const QObject *shortcutOverrideReceiver = nullptr;
+qint32 shortcutOverrideKey = 0;
+quint32 shortcutOverrideModifiers = 0;
+quint32 shortcutOverrideTimestamp = 0;
 
 quint32 qtModifiers(const QKeyEvent &event)
 {
@@ -33,7 +29,10 @@ quint32 qtModifiers(const QKeyEvent &event)
 
 void rememberShortcutOverride(const QObject *receiver, const QKeyEvent &event)
 {
-    shortcutOverride = {receiver, event.key(), qtModifiers(event), static_cast<quint32>(event.timestamp())};
+    shortcutOverrideReceiver = receiver;
+    shortcutOverrideKey = event.key();
+    shortcutOverrideModifiers = qtModifiers(event);
+    shortcutOverrideTimestamp = static_cast<quint32>(event.timestamp());
 }
 
 /// Qt offers a keystroke as a shortcut first and, if nothing takes it, as a
@@ -41,8 +40,8 @@ void rememberShortcutOverride(const QObject *receiver, const QKeyEvent &event)
 /// a time beyond these never counts as a repetition.
 bool repeatsShortcutOverride(const QObject *receiver, const QKeyEvent &event)
 {
-    return receiver == shortcutOverride.receiver && event.key() == shortcutOverride.key
-        && qtModifiers(event) == shortcutOverride.modifiers && event.timestamp() == shortcutOverride.timestamp;
+    return receiver == shortcutOverrideReceiver && event.key() == shortcutOverrideKey
+        && qtModifiers(event) == shortcutOverrideModifiers && event.timestamp() == shortcutOverrideTimestamp;
 }
 
 QWindow *asWindow(QObject *receiver)
