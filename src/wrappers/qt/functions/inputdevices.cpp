@@ -52,7 +52,7 @@ InputDevices::~InputDevices()
 
 void InputDevices::advanceTime(int milliseconds)
 {
-    m_time = now() + static_cast<ulong>(std::max(milliseconds, 0));
+    m_time += static_cast<ulong>(std::max(milliseconds, 0));
 }
 
 void InputDevices::separateFromEarlierPresses()
@@ -66,7 +66,8 @@ void InputDevices::separateFromEarlierPresses()
 // everything would count as its repetition.
 ulong InputDevices::now()
 {
-    return ++m_time;
+    m_lastEvent = m_time = std::max(m_time, m_lastEvent + 1);
+    return m_time;
 }
 
 void InputDevices::moveMouse(QWindow *window, QPointF global)

@@ -87,6 +87,7 @@ private:
     ulong now();
 
     ulong m_time = 0;
+    ulong m_lastEvent = 0;
     ulong m_lastPress = 0;
     Qt::MouseButtons m_buttons;
     QPointF m_mousePosition;

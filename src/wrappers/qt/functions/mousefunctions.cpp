@@ -4,14 +4,14 @@
 #include "wrappers/qt/dragrules.h"
 #include "wrappers/qt/functions/mousescript_p.h"
 #include "wrappers/qt/functions/pointerpath_p.h"
+#include "wrappers/qt/functions/wheelnotches_p.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QStyleHints>
 
 #include <algorithm>
 #include <functional>
-#include <limits>
-#include <vector>
+#include <utility>
 
 namespace Vantle::QtWrapper {
 
@@ -78,28 +78,6 @@ SharedPtr<Object> playDrag(const QString &function, const Interaction &call, int
     });
 }
 
-/// The wheel's way in eighths of a degree, notch by notch as a user turns it.
-std::vector<QPoint> notches(QPoint degrees)
-{
-    constexpr qint64 degreesPerNotch = 15;
-    constexpr qint64 eighths = 8;
-    constexpr qint64 maximum = 200;
-    const qint64 x = degrees.x();
-    const qint64 y = degrees.y();
-    const qint64 way = std::max(std::abs(x), std::abs(y));
-    const qint64 count = std::min((way + degreesPerNotch - 1) / degreesPerNotch, maximum);
-    std::vector<QPoint> result;
-    // The share of each notch is whole degrees, which is all that is recorded.
-    const auto share = [count](qint64 total, qint64 i) {
-        const qint64 angle = (total * (i + 1) / count - total * i / count) * eighths;
-        constexpr qint64 limit = std::numeric_limits<int>::max();
-        return static_cast<int>(std::clamp(angle, -limit, limit));
-    };
-    for (qint64 i = 0; i < count; ++i)
-        result.emplace_back(share(x, i), share(y, i));
-    return result;
-}
-
 } // namespace
 
 SharedPtr<Object> mouseClick(const Interaction &call)
@@ -160,8 +138,9 @@ SharedPtr<Object> dragAndDrop(const Interaction &call)
 SharedPtr<Object> mouseWheel(const Interaction &call)
 {
     return play(QStringLiteral("mouseWheel"), call, [degrees = call.wheelDeltas](MouseScript *script) {
-        for (const QPoint &angle : notches(degrees))
-            script->turnWheel(angle, Moment);
+        int wait = Moment;
+        for (const QPoint &angle : wheelNotches(degrees))
+            script->turnWheel(angle, std::exchange(wait, NotchWait));
         return QString();
     });
 }

@@ -1,11 +1,36 @@
 #include "wrappers/qt/functions/replayscene.h"
 
+#include <QtCore/QElapsedTimer>
+#include <QtGui/QWheelEvent>
+
 using namespace Vantle;
 using namespace Vantle::QtWrapper;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 namespace {
+
+/// When the notches of the wheel came: as the events say, and in milliseconds of the clock.
+class WheelTimes : public QObject
+{
+public:
+    WheelTimes() { m_timer.start(); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Wheel) {
+            stamps.push_back(static_cast<QWheelEvent *>(event)->timestamp());
+            clock.push_back(m_timer.elapsed());
+        }
+        return false;
+    }
+
+    std::vector<quint64> stamps;
+    std::vector<qint64> clock;
+
+private:
+    QElapsedTimer m_timer;
+};
 
 class MouseFunctions : public VantleTest::ReplayScene
 {
@@ -188,12 +213,31 @@ TEST_F(MouseFunctions, WheelTurnsNotchByNotch)
 TEST_F(MouseFunctions, WheelTurnsOfAllSizesAreRecordedAgain)
 {
     Lines expected;
-    for (const QPoint delta : {QPoint(1, 0), QPoint(-7, 22), QPoint(0, 100000)}) {
+    for (const QPoint delta : {QPoint(1, 0), QPoint(-7, 22), QPoint(0, 100)}) {
         play("mouseWheel", "area", {12, 34, delta.x(), delta.y(), int(Qt::ControlModifier)});
         expected.push_back("mouseWheel area 12 34 " + std::to_string(delta.x()) + ' ' + std::to_string(delta.y())
                            + " 67108864");
     }
     EXPECT_EQ(recorded(), expected);
+}
+
+TEST_F(MouseFunctions, WheelIsTurnedByWholeNotchesAndWhatIsLeft)
+{
+    play("mouseWheel", "area", {12, 34, 0, 40, 0});
+    EXPECT_EQ(log(), "enter;wheel 0 120;wheel 0 120;wheel 0 80;");
+}
+
+TEST_F(MouseFunctions, WheelTakesTheTimeOfAHandBetweenNotches)
+{
+    WheelTimes times;
+    window()->installEventFilter(&times);
+    play("mouseWheel", "list", {50, 50, 0, -45, 0});
+    ASSERT_EQ(times.stamps.size(), 3U);
+    for (std::size_t i = 1; i < 3; ++i) {
+        EXPECT_NEAR(static_cast<double>(times.stamps[i] - times.stamps[i - 1]), 50, 5);
+        EXPECT_GE(times.clock[i] - times.clock[i - 1], 45);
+    }
+    EXPECT_GT(property("list", "contentY").toReal(), 0);
 }
 
 TEST_F(MouseFunctions, WheelThatDoesNotTurnDoesNothing)
