@@ -48,8 +48,9 @@ CallTarget::Needs needsOf(const QString &function)
         return CallTarget::Needs::Existence;
     if (isOneOf(function, {"closeWindow", "moveWindow", "setWindowSize", "setWindowState"}))
         return CallTarget::Needs::Visibility;
-    return isOneOf(function, {"type", "typeText", "keyPress", "mouseMove"}) ? CallTarget::Needs::Readiness
-                                                                            : CallTarget::Needs::FreePoint;
+    // A flick moves its object by itself, without any input to a point of it.
+    return isOneOf(function, {"type", "typeText", "keyPress", "mouseMove", "flick"}) ? CallTarget::Needs::Readiness
+                                                                                     : CallTarget::Needs::FreePoint;
 }
 
 /// Whether the parameter takes an object that the call acts on, or its name.

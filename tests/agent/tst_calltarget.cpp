@@ -4,6 +4,7 @@
 
 #include <QtCore/QAbstractAnimation>
 #include <QtCore/QElapsedTimer>
+#include <QtGui/QGuiApplication>
 
 using namespace Vantle;
 using namespace VantleTest;
@@ -291,4 +292,39 @@ TEST_F(ScriptCallsThatWait, WaitForNoNameThatCannotBeOne)
         EXPECT_EQ(failureOf("find", wanted).code, Protocol::ObjectNotFound) << name;
     }
     EXPECT_LT(timer.elapsed(), 60000);
+}
+
+TEST_F(ScriptCallsThatWait, FlickNeedsNoFreePoint)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: form
+            width: 300; height: 200; visible: true
+            Flickable { id: list; objectName: "list"; width: 100; height: 900; contentHeight: 2000 }
+            MouseArea { width: 300; height: 200 }
+        }
+    )qml");
+    ask("call", request("flick", {QStringLiteral("WindowQmlImpl#form #list"), 0, 30}));
+    EXPECT_EQ(find("list")->property("contentY").toReal(), 30);
+}
+
+TEST_F(ScriptCallsThatWait, PointerMayHoverAndLetGoWhereItIsCovered)
+{
+    const QString area = QStringLiteral("WindowQmlImpl#form #covered");
+    ask("call", request("mouseMove", {area, 10, 10}));
+    EXPECT_EQ(obstacle(request("mousePress", {area, 10, 10, 1}, 50)).coveredBy,
+              QStringLiteral("WindowQmlImpl#form Area#cover[objectName=\"cover\"]:visible"));
+    ask("call", request("mousePress", {QStringLiteral("WindowQmlImpl#form #ok"), 10, 10, 1}));
+    ask("call", request("mouseRelease", {area, 10, 10, 1}));
+    EXPECT_EQ(clicks(), 0);
+}
+
+TEST_F(ScriptCallsThatWait, WhatIsHeldIsLetGoWithTheConnection)
+{
+    ask("call", request("mousePress", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    EXPECT_EQ(QGuiApplication::mouseButtons(), Qt::LeftButton);
+    endAgent();
+    EXPECT_EQ(QGuiApplication::mouseButtons(), Qt::NoButton);
+    EXPECT_EQ(clicks(), 1);
 }
