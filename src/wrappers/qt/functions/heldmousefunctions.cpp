@@ -46,7 +46,7 @@ void dragTo(MouseScript *script, QPointF begin, QPointF end)
         script->moveTo(waypoint.position, waypoint.wait);
 }
 
-using MouseWriter = std::function<QString(MouseScript *script, const HeldInput &before, QPointF end)>;
+using MouseWriter = std::function<QString(MouseScript *script, const HeldInput &before, const PointOfAction &end)>;
 
 /// Plays what \p write does with the mouse at the point of the call, which may
 /// be covered or outside of the window.
@@ -58,7 +58,7 @@ SharedPtr<Object> playAnywhere(const QString &function, const Interaction &call,
                                    if (!target)
                                        return reason;
                                    MouseScript script(*target, call.button, plan);
-                                   return write(&script, plan->before, target->global);
+                                   return write(&script, plan->before, *target);
                                }});
     return Inspector::self()->voidResult();
 }
@@ -70,11 +70,11 @@ SharedPtr<Object> mouseMove(const Interaction &call)
     const QString function = QStringLiteral("mouseMove");
     if (!isReadyFor(function, call.object, call.coordinates))
         return nullptr;
-    return playAnywhere(function, call, [](MouseScript *script, const HeldInput &before, QPointF end) {
+    return playAnywhere(function, call, [](MouseScript *script, const HeldInput &before, const PointOfAction &end) {
         if (before.buttons)
-            dragTo(script, before.mousePosition, end);
+            dragTo(script, before.mousePosition, end.global);
         else
-            script->moveTo(end, 0);
+            script->comeTo(end, before);
         return QString();
     });
 }
@@ -85,7 +85,7 @@ SharedPtr<Object> mousePress(const Interaction &call)
         if (plan->before.buttons.testFlag(call.button))
             return alreadyHeld(call.button);
         MouseScript script(start, call.button, plan);
-        script.moveTo(start.global, 0);
+        script.comeTo(start, plan->before);
         script.hold(call.modifiers, Moment);
         return QString();
     };
@@ -100,11 +100,11 @@ SharedPtr<Object> mouseRelease(const Interaction &call)
                                           .arg(function, call.object->className()));
         return nullptr;
     }
-    return playAnywhere(function, call, [call](MouseScript *script, const HeldInput &before, QPointF end) {
+    return playAnywhere(function, call, [call](MouseScript *script, const HeldInput &before, const PointOfAction &end) {
         if (!before.buttons.testFlag(call.button))
             return notHeld(call.button);
         script->pressModifiers(call.modifiers);
-        dragTo(script, before.mousePosition, end);
+        dragTo(script, before.mousePosition, end.global);
         script->letGo(Moment);
         script->releaseModifiers(call.modifiers);
         return QString();

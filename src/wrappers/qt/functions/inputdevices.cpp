@@ -1,5 +1,7 @@
 #include "wrappers/qt/functions/inputdevices_p.h"
 
+#include "wrappers/qt/functions/inputtarget_p.h"
+
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPointingDevice>
 #include <QtGui/QStyleHints>
@@ -87,12 +89,43 @@ void InputDevices::releaseButton(QWindow *window, QPointF global, Qt::MouseButto
 {
     m_buttons &= ~button;
     sendMouse(window, global, button, QEvent::MouseButtonRelease);
+    // While a button was held, the window had the mouse wherever that was.
+    if (!m_buttons && m_mouseWindow && !areaOf(m_mouseWindow).contains(global))
+        leaveWindow();
 }
 
-void InputDevices::sendMouse(QWindow *window, QPointF global, Qt::MouseButton button, QEvent::Type type)
+// The platform tells a window when the mouse comes and goes, ahead of what it
+// does there.
+void InputDevices::crossInto(QWindow *window, QPointF global)
 {
+    const QPointer<QWindow> guard(window);
+    leaveWindow();
+    if (!guard)
+        return;
+    m_mouseWindow = guard;
+    m_pointerKeeper.expect(QEvent::Enter);
+    QWindowSystemInterface::handleEnterEvent<Synchronous>(guard, nativeLocal(guard, global),
+                                                          nativeGlobal(guard, global));
+}
+
+void InputDevices::leaveWindow()
+{
+    const QPointer<QWindow> left = std::exchange(m_mouseWindow, nullptr);
+    if (!left)
+        return;
+    m_pointerKeeper.expect(QEvent::Leave);
+    QWindowSystemInterface::handleLeaveEvent<Synchronous>(left);
+}
+
+void InputDevices::sendMouse(QWindow *target, QPointF global, Qt::MouseButton button, QEvent::Type type)
+{
+    const QPointer<QWindow> window(target);
     m_mousePosition = global;
+    m_pointerKeeper.take();
+    if (type == QEvent::MouseMove && !m_buttons && window != m_mouseWindow)
+        crossInto(window, global);
     m_mouseWindow = window;
+    const PointerKeeper::OwnEvent own(&m_pointerKeeper);
     const ulong time = now();
     if (type == QEvent::MouseButtonPress)
         m_lastPress = time;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "wrappers/qt/functions/inputaction_p.h"
+#include "wrappers/qt/functions/pointerkeeper_p.h"
 
 #include <QtCore/QEvent>
 #include <QtCore/QHash>
@@ -81,6 +82,8 @@ private:
     Q_DISABLE_COPY_MOVE(InputDevices)
 
     Qt::KeyboardModifiers keptModifiers() const;
+    void crossInto(QWindow *window, QPointF global);
+    void leaveWindow();
     void sendMouse(QWindow *window, QPointF global, Qt::MouseButton button, QEvent::Type type);
     void sendKey(QWindow *window, QEvent::Type type, int key, Qt::KeyboardModifiers modifiers, const QString &text);
     const QPointingDevice *touchScreen();
@@ -100,6 +103,7 @@ private:
     Qt::KeyboardModifiers m_heldModifiers;    ///< for themselves
     QHash<int, Qt::KeyboardModifiers> m_keys; ///< held keys, but for modifiers
     bool m_isTouching = false;
+    PointerKeeper m_pointerKeeper;
     QPointer<QPointingDevice> m_touchScreen;
 };
 

@@ -49,6 +49,11 @@ QWindow *windowShowing(const SharedPtr<Object> &object)
     return geometry ? toWindow(geometry->mapToWindow(object, QPointF()).window) : nullptr;
 }
 
+QRectF areaOf(const QWindow *window)
+{
+    return {window->mapToGlobal(QPointF()), QSizeF(window->size())};
+}
+
 std::optional<QPointF> mapToScreen(const SharedPtr<Object> &object, QPointF point)
 {
     const GeometryDelegate *const geometry = geometryOf(object);
@@ -73,7 +78,9 @@ std::optional<PointOfAction> pointOfAction(const SharedPtr<Object> &object, cons
         const std::optional<QPointF> middle = mapToScreen(object, QPointF(*point) + QPointF(0.5, 0.5));
         result.global = pixelMeaning(geometry, object, *point, *middle);
     }
-    if (reach == Reach::Window && !QRectF(QPointF(), QSizeF(window->size())).contains(result.local())) {
+    if (!toWindow(object))
+        result.area = QRectF(geometry->screenRect(object)) & areaOf(window);
+    if (reach == Reach::Window && !areaOf(window).contains(result.global)) {
         *problem = QStringLiteral("the point %1 of the window, where it would be done, is outside of it")
                        .arg(pointText(result.local()));
         return std::nullopt;

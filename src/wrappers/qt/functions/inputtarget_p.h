@@ -4,6 +4,7 @@
 
 #include <QtCore/QPointF>
 #include <QtCore/QPointer>
+#include <QtCore/QRectF>
 #include <QtCore/QString>
 #include <QtGui/QWindow>
 
@@ -15,12 +16,18 @@ namespace Vantle::QtWrapper {
 /// null if there is none.
 QWindow *windowShowing(const SharedPtr<Object> &object);
 
+/// What \p window, which must be there, takes up on the screen, without its frame.
+QRectF areaOf(const QWindow *window);
+
 /// Where the pointer has to be.
 struct PointOfAction
 {
     QPointer<QWindow> window;
     /// On the screen. A whole pixel, wherever one means the point asked for.
     QPointF global;
+    /// What the object takes up on the screen; null for a window, most of which
+    /// is its items'.
+    QRectF area{};
 
     QPointF local() const { return window ? window->mapFromGlobal(global) : global; }
 };

@@ -35,7 +35,7 @@ SharedPtr<Object> play(const QString &function, const Interaction &call,
     return playAtPoint(function, call, [call, write](const PointOfAction &start, InputPlan *plan) {
         MouseScript script(start, call.button, plan);
         script.pressModifiers(call.modifiers);
-        script.moveTo(start.global, 0);
+        script.comeTo(start, plan->before);
         const QString reason = write(&script);
         script.releaseModifiers(call.modifiers);
         return reason;

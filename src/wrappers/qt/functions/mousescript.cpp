@@ -1,6 +1,7 @@
 #include "wrappers/qt/functions/mousescript_p.h"
 
 #include "wrappers/qt/functions/inputdevices_p.h"
+#include "wrappers/qt/functions/pointerpath_p.h"
 
 namespace Vantle::QtWrapper {
 
@@ -8,6 +9,13 @@ MouseScript::MouseScript(const PointOfAction &start, Qt::MouseButton button, Inp
     : PointerScript(start, plan)
     , m_button(button)
 {
+}
+
+void MouseScript::comeTo(const PointOfAction &point, const HeldInput &before)
+{
+    const bool isThere = before.mouseWindow == point.window && before.mousePosition == point.global;
+    for (const Waypoint &waypoint : wayInto(isThere || before.buttons ? QRectF() : point.area, point.global))
+        moveTo(waypoint.position, waypoint.wait);
 }
 
 void MouseScript::moveTo(QPointF global, int wait)

@@ -12,6 +12,9 @@ public:
     /// \p plan must outlive the script.
     MouseScript(const PointOfAction &start, Qt::MouseButton button, InputPlan *plan);
 
+    /// Has the mouse come to \p point as a hand brings it: into what is there, by
+    /// the edge, and to the point.
+    void comeTo(const PointOfAction &point, const HeldInput &before);
     void moveTo(QPointF global, int wait);
     void press(int wait);
     /// The pointer claims to have rested for \p rest milliseconds more.

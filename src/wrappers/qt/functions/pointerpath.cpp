@@ -4,12 +4,14 @@
 #include <QtGui/QStyleHints>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace Vantle::QtWrapper {
 
 namespace {
 
+constexpr int ComingWait = 2;
 constexpr int SlowWait = 4;
 constexpr int FrameWait = 16;
 
@@ -18,7 +20,34 @@ int dragDistance()
     return QGuiApplication::styleHints()->startDragDistance();
 }
 
+/// The way from \p point to the nearest edge of \p area around it, straight.
+QPointF wayToNearestEdge(const QRectF &area, QPointF point)
+{
+    const std::array ways{QPointF(area.left() - point.x(), 0), QPointF(area.right() - point.x(), 0),
+                          QPointF(0, area.top() - point.y()), QPointF(0, area.bottom() - point.y())};
+    return *std::min_element(ways.begin(), ways.end(), [](QPointF one, QPointF other) {
+        return one.manhattanLength() < other.manhattanLength();
+    });
+}
+
 } // namespace
+
+std::vector<Waypoint> wayInto(const QRectF &area, QPointF end)
+{
+    constexpr double furthest = 6;
+    std::vector<Waypoint> way;
+    const QPointF outward = area.contains(end) ? wayToNearestEdge(area, end) : QPointF();
+    // Of pixels whose upper left corner is meant, the last one lies ahead of the edge.
+    const double room = std::floor(outward.manhattanLength() - 1);
+    if (room >= 1) {
+        const double distance = std::min(room, furthest);
+        const QPointF direction = outward / outward.manhattanLength();
+        way.push_back({end + direction * distance, 0});
+        way.push_back({end + direction * std::floor(distance / 2), ComingWait});
+    }
+    way.push_back({end, way.empty() ? 0 : ComingWait});
+    return way;
+}
 
 std::vector<Waypoint> wayBehindCrossing(QPointF crossing, QPoint distance)
 {
