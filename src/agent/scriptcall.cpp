@@ -4,6 +4,7 @@
 #include "protocol/objectmessages.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/bynamefunctions.h"
+#include "wrappers/qt/extensions/qtquick/quickscrolling.h"
 #include "wrappers/qt/functions/inputplayer.h"
 #include "wrappers/qt/wrapping.h"
 
@@ -44,7 +45,7 @@ bool isOneOf(const QString &function, std::initializer_list<const char *> names)
 CallTarget::Needs needsOf(const QString &function)
 {
     // The pointer may let go anywhere, and a key goes up wherever the focus is.
-    if (isOneOf(function, {"grabWidget", "mouseRelease", "keyRelease"}))
+    if (isOneOf(function, {"grabWidget", "mouseRelease", "keyRelease", "scrollTo"}))
         return CallTarget::Needs::Existence;
     if (isOneOf(function, {"closeWindow", "moveWindow", "setWindowSize", "setWindowState"}))
         return CallTarget::Needs::Visibility;
@@ -143,9 +144,15 @@ bool ScriptCall::isFree(std::shared_ptr<CallTarget> target, bool isLast)
 {
     // What is looked at may run an event loop, and this call may be gone behind it.
     const QPointer<ScriptCall> self(this);
-    const SharedPtr<Object> object = target->lookWith(*m_finder);
+    SharedPtr<Object> object = target->lookWith(*m_finder);
     if (!self)
         return false;
+    // An entry that its view has not made yet is nowhere else to be found.
+    if (!object && m_request.function == QLatin1String("scrollTo") && target->isByName()) {
+        object = QtWrapper::revealEntry(target->target().name);
+        if (!self)
+            return false;
+    }
     if (!object && !target->isByName()) {
         m_responder.fail(Protocol::ObjectGone, QStringLiteral("the object is gone"));
     } else if (!object && (isLast || !TargetFinder::mayAppear(target->target()))) {

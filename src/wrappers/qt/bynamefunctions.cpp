@@ -37,6 +37,9 @@ void append(QList<Argument> *arguments, Takes what)
     case Takes::Button: append(arguments, QStringLiteral("Qt::MouseButton"), {"button"}); return;
     case Takes::Delay: append(arguments, integer, {"delay"}); return;
     case Takes::Hold: append(arguments, integer, {"hold"}); return;
+    case Takes::Index: append(arguments, integer, {"index"}); return;
+    case Takes::Cell: append(arguments, integer, {"row", "column"}); return;
+    case Takes::EntryText: append(arguments, text, {"text"}); return;
     case Takes::Key: append(arguments, text, {"key"}); return;
     case Takes::Text: append(arguments, text, {"text"}); return;
     case Takes::Gesture: append(arguments, text, {"gesture"}); return;
@@ -75,6 +78,10 @@ VANTLE_BY_NAME_FUNCTION(typeTextByNameFn, typeText, Text)
 VANTLE_BY_NAME_FUNCTION(keyPressByNameFn, keyPress, Key)
 VANTLE_BY_NAME_FUNCTION(keyReleaseByNameFn, keyRelease, Key)
 VANTLE_BY_NAME_FUNCTION(mouseWheelByNameFn, mouseWheel, Coordinates, WheelDeltas, Modifiers)
+VANTLE_BY_NAME_FUNCTION(scrollToOByNameFn, scrollTo)
+VANTLE_BY_NAME_FUNCTION(scrollToOIByNameFn, scrollTo, Index)
+VANTLE_BY_NAME_FUNCTION(scrollToORCByNameFn, scrollTo, Cell)
+VANTLE_BY_NAME_FUNCTION(scrollToOTByNameFn, scrollTo, EntryText)
 VANTLE_BY_NAME_FUNCTION(flickODByNameFn, flick, Distance)
 VANTLE_BY_NAME_FUNCTION(closeWindowByNameFn, closeWindow)
 VANTLE_BY_NAME_FUNCTION(moveWindowByNameFn, moveWindow, Distance)

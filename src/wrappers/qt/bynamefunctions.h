@@ -13,8 +13,9 @@ class Method;
 /// The letters in a name say what the overload takes: O the object, C the
 /// coordinates inside it, B the button, M the modifiers, D in touchAndDrag
 /// first the distance and then the delay, H how long the button is held, G the
-/// gesture, T in dragAndDrop the name of the target. Where an overload takes
-/// both, the modifiers come ahead of the button.
+/// gesture, T in dragAndDrop the name of the target, I, RC and T in scrollTo the
+/// entry's index, row and column, and text. Where an overload takes both, the
+/// modifiers come ahead of the button.
 namespace Vantle::QtWrapper {
 
 /// Makes the overloads known to the Inspector's global functions. Further
@@ -26,6 +27,10 @@ VANTLEQTWRAPPER_EXPORT const Method *typeTextByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *keyPressByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *keyReleaseByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *mouseWheelByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *scrollToOByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *scrollToOIByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *scrollToORCByNameFn();
+VANTLEQTWRAPPER_EXPORT const Method *scrollToOTByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *flickODByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *closeWindowByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *moveWindowByNameFn();

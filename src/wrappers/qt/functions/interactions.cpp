@@ -129,6 +129,12 @@ bool read(ArgumentReader *arguments, Takes what, Interaction *call)
     case Takes::Text:
     case Takes::Key:
     case Takes::Gesture: call->text = arguments->text(); return true;
+    case Takes::Index: call->goal.index = arguments->integer(); return true;
+    case Takes::Cell:
+        call->goal.row = arguments->integer();
+        call->goal.column = arguments->integer();
+        return true;
+    case Takes::EntryText: call->goal.text = arguments->text(); return true;
     case Takes::Target: call->target = arguments->object(); return !call->target.isNull();
     case Takes::TargetCoordinates: call->targetCoordinates = arguments->point(); return true;
     }

@@ -2,6 +2,7 @@
 
 #include "hook/method.h"
 #include "hook/object.h"
+#include "wrappers/qt/scrolling.h"
 
 #include <QtCore/QPoint>
 #include <QtCore/QSize>
@@ -29,6 +30,9 @@ enum class Takes {
     Hold,
     Text,
     Key,
+    Index,
+    Cell,
+    EntryText,
     Gesture,
     Target,
     TargetCoordinates,
@@ -49,6 +53,7 @@ struct Interaction
     int delay = 0;           ///< milliseconds
     std::optional<int> hold; ///< milliseconds; without, as long as a long press takes
     QString text;
+    ScrollGoal goal;
     SharedPtr<Object> target;
     std::optional<QPoint> targetCoordinates;
 };
@@ -77,6 +82,9 @@ SharedPtr<Object> closeWindow(const Interaction &call);
 SharedPtr<Object> moveWindow(const Interaction &call);
 SharedPtr<Object> setWindowSize(const Interaction &call);
 SharedPtr<Object> setWindowState(const Interaction &call);
+
+/// Needs no input, and is done at once.
+SharedPtr<Object> scrollTo(const Interaction &call);
 
 /// Carried out by the overload for objects of its class that is registered
 /// with the Inspector.

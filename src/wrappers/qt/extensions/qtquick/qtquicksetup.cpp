@@ -6,9 +6,11 @@
 #include "wrappers/qt/extensions/qtquick/quickchildren_p.h"
 #include "wrappers/qt/extensions/qtquick/quickdelegates_p.h"
 #include "wrappers/qt/extensions/qtquick/quicknames_p.h"
+#include "wrappers/qt/extensions/qtquick/quickscrolling.h"
 #include "wrappers/qt/extensions/qtquickcommon/functions/quickfunctions.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/itemlookup.h"
 #include "wrappers/qt/lookupcandidates.h"
+#include "wrappers/qt/scrolling.h"
 #include "wrappers/qt/wrapping.h"
 
 #include <QtGui/QGuiApplication>
@@ -77,6 +79,8 @@ void setupQtQuick()
     Application::self()->registerTopLevelObjects(itemsWithoutContainer);
     Application::self()->registerFinder(itemClass, findBelow<itemsBelowItem>);
     Application::self()->registerFinder(windowClass, findBelow<itemsBelowWindow>);
+
+    registerScroller(scrollQuickItem);
 
     // Functions and modules outlive the application, which a host may make anew.
     [[maybe_unused]] static const bool hasFunctions = (setupQuickFunctions(), true);
