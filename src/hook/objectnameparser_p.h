@@ -26,9 +26,11 @@ bool isPlainAlias(QStringView text);
 
 namespace NameKeys {
 inline const QString alias = QStringLiteral("alias");
+inline const QString column = QStringLiteral("column");
 inline const QString container = QStringLiteral("container");
 inline const QString id = QStringLiteral("id");
 inline const QString occurrence = QStringLiteral("occurrence");
+inline const QString row = QStringLiteral("row");
 inline const QString type = QStringLiteral("type");
 inline const QString visible = QStringLiteral("visible");
 } // namespace NameKeys

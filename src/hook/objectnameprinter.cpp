@@ -98,6 +98,8 @@ QString inBrackets(const QString &key, const PropertyValue &value)
 QString stepText(const ObjectName::Properties &step)
 {
     QString type, id, others, visible, occurrence;
+    // Whoever speaks of a cell says the row first.
+    const bool isCell = step.contains(NameKeys::row) && step.contains(NameKeys::column);
     for (auto it = step.cbegin(); it != step.cend(); ++it) {
         const QString &key = it.key();
         const PropertyValue &value = it.value();
@@ -111,7 +113,9 @@ QString stepText(const ObjectName::Properties &step)
             visible = QStringLiteral(":hidden");
         else if (key == NameKeys::occurrence && isPlainOccurrence(value))
             occurrence = QStringLiteral(":nth(%1)").arg(value.stringValue());
-        else
+        else if (isCell && key == NameKeys::column)
+            others += inBrackets(NameKeys::row, step.value(NameKeys::row)) + inBrackets(key, value);
+        else if (!isCell || key != NameKeys::row)
             others += inBrackets(key, value);
     }
     return type + id + others + visible + occurrence;

@@ -47,7 +47,7 @@ protected:
     }
     static QJsonObject click(const char *id, int timeout = 10000)
     {
-        return request("mouseClick", {QStringLiteral("WindowQmlImpl#form #") + QLatin1String(id)}, timeout);
+        return request("mouseClick", {QStringLiteral("Window#form #") + QLatin1String(id)}, timeout);
     }
     /// All that an application tells when it ends, without its end.
     static void quitApplication() { QMetaObject::invokeMethod(qApp, "aboutToQuit"); }

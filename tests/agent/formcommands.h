@@ -53,7 +53,7 @@ protected:
     Reply call(const char *method, const QJsonArray &arguments)
     {
         return answerTo("invoke",
-                        {{QStringLiteral("name"), QStringLiteral("WindowQmlImpl#form")},
+                        {{QStringLiteral("name"), QStringLiteral("Window#form")},
                          {QStringLiteral("method"), QString::fromUtf8(method)},
                          {QStringLiteral("arguments"), arguments}});
     }

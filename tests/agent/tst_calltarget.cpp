@@ -110,7 +110,7 @@ TEST_F(ScriptCallsThatWait, WaitUntilTheFlickableAroundTheObjectHasComeToRest)
     load(LongList);
     ASSERT_TRUE(QMetaObject::invokeMethod(find("list"), "flick", Q_ARG(qreal, 0), Q_ARG(qreal, -400)));
     ASSERT_TRUE(find("list")->property("moving").toBool());
-    const QJsonArray place{QStringLiteral("WindowQmlImpl#form #area"), 20, 200, static_cast<int>(Qt::LeftButton)};
+    const QJsonArray place{QStringLiteral("Window#form #area"), 20, 200, static_cast<int>(Qt::LeftButton)};
     ask("call", request("mouseClick", place));
     EXPECT_EQ(clicks(), 1);
     EXPECT_FALSE(root()->property("wasMoving").toBool());
@@ -122,10 +122,10 @@ TEST_F(ScriptCallsThatWait, SayWhichFlickableDoesNotComeToRest)
     find("list")->setProperty("flickDeceleration", 1);
     find("list")->setProperty("maximumFlickVelocity", 2500);
     ASSERT_TRUE(QMetaObject::invokeMethod(find("list"), "flick", Q_ARG(qreal, 0), Q_ARG(qreal, -2000)));
-    const QJsonArray place{QStringLiteral("WindowQmlImpl#form #area"), 20, 20, static_cast<int>(Qt::LeftButton)};
+    const QJsonArray place{QStringLiteral("Window#form #area"), 20, 20, static_cast<int>(Qt::LeftButton)};
     const Protocol::NotReady found = obstacle(request("mouseClick", place, 600));
     EXPECT_EQ(found.reason,
-              QStringLiteral("WindowQmlImpl#form Flickable#list[objectName=\"list\"]:visible, which holds it, "
+              QStringLiteral("Window#form Flickable#list[objectName=\"list\"]:visible, which holds it, "
                              "is still moving"));
     EXPECT_EQ(found.coveredBy, QString());
     EXPECT_TRUE(find("list")->property("moving").toBool());
@@ -143,9 +143,9 @@ TEST_F(ScriptCallsThatWait, SayWhatTheyWaitedForInVain)
 TEST_F(ScriptCallsThatWait, WaitUntilNothingCoversThePoint)
 {
     const QJsonObject atCorner = request(
-        "mouseClick", {QStringLiteral("WindowQmlImpl#form #covered"), 5, 5, static_cast<int>(Qt::LeftButton)}, 400);
+        "mouseClick", {QStringLiteral("Window#form #covered"), 5, 5, static_cast<int>(Qt::LeftButton)}, 400);
     const Protocol::NotReady covered = obstacle(atCorner);
-    EXPECT_EQ(covered.coveredBy, QStringLiteral("WindowQmlImpl#form Area#cover[objectName=\"cover\"]:visible"));
+    EXPECT_EQ(covered.coveredBy, QStringLiteral("Window#form Area#cover[objectName=\"cover\"]:visible"));
     EXPECT_TRUE(covered.reason.contains(QStringLiteral("(5, 5)"))) << qPrintable(covered.reason);
     EXPECT_EQ(root()->property("others").toInt(), 0);
 
@@ -160,7 +160,7 @@ TEST_F(ScriptCallsThatWait, WaitUntilNothingCoversThePoint)
 
 TEST_F(ScriptCallsThatWait, OnWindowsNeedNoFreePoint)
 {
-    ask("call", request("setWindowSize", {QStringLiteral("WindowQmlImpl#form"), 320, 240}));
+    ask("call", request("setWindowSize", {QStringLiteral("Window#form"), 320, 240}));
     ASSERT_TRUE(waitUntil([&] { return window()->width() == 320; }));
     EXPECT_EQ(window()->height(), 240);
 }
@@ -193,9 +193,9 @@ TEST_F(ScriptCallsThatWait, DoNotClickThroughWhatTakesThatButton)
         })qml");
     ask("call", click("area"));
     EXPECT_EQ(clicks(), 1);
-    const QJsonArray rightClick{QStringLiteral("WindowQmlImpl#form #area"), 50, 50, static_cast<int>(Qt::RightButton)};
+    const QJsonArray rightClick{QStringLiteral("Window#form #area"), 50, 50, static_cast<int>(Qt::RightButton)};
     const Protocol::NotReady problem = obstacle(request("mouseClick", rightClick, 50));
-    EXPECT_EQ(problem.coveredBy, QStringLiteral("WindowQmlImpl#form MouseArea#menu:visible"));
+    EXPECT_EQ(problem.coveredBy, QStringLiteral("Window#form MouseArea#menu:visible"));
     EXPECT_EQ(clicks(), 1);
 }
 
@@ -234,7 +234,7 @@ TEST_F(ScriptCallsThatWait, NameTheModalPopupThatBlocksTheObject)
 TEST_F(ScriptCallsThatWait, OnWindowsWaitUntilTheyAreVisible)
 {
     window()->hide();
-    const auto reply = post("call", request("setWindowSize", {QStringLiteral("WindowQmlImpl#form"), 250, 150}));
+    const auto reply = post("call", request("setWindowSize", {QStringLiteral("Window#form"), 250, 150}));
     ask("functions");
     ASSERT_FALSE(*reply);
     window()->show();
@@ -242,7 +242,7 @@ TEST_F(ScriptCallsThatWait, OnWindowsWaitUntilTheyAreVisible)
     EXPECT_FALSE((*reply)->isError());
     ASSERT_TRUE(waitUntil([&] { return window()->size() == QSize(250, 150); }));
     window()->hide();
-    EXPECT_EQ(obstacle(request("closeWindow", {QStringLiteral("WindowQmlImpl#form")}, 50)).reason,
+    EXPECT_EQ(obstacle(request("closeWindow", {QStringLiteral("Window#form")}, 50)).reason,
               QStringLiteral("the window is not visible"));
 }
 
@@ -262,7 +262,7 @@ TEST_F(ScriptCallsThatWait, WaitForWhatIsDroppedOnToo)
             DropArea { id: place; objectName: "place"; x: 100; width: 80; height: 80; visible: false
                 onDropped: form.dropped = "there" }
         })qml");
-    const QJsonArray names{QStringLiteral("WindowQmlImpl#form #hand"), QStringLiteral("WindowQmlImpl#form #place")};
+    const QJsonArray names{QStringLiteral("Window#form #hand"), QStringLiteral("Window#form #place")};
     const auto reply = post("call", request("dragAndDrop", names));
     ask("functions");
     ASSERT_FALSE(*reply);
@@ -276,7 +276,7 @@ TEST_F(ScriptCallsThatWait, WaitForWhatIsDroppedOnToo)
     EXPECT_EQ(error.code, Protocol::ObjectNotReady);
     EXPECT_TRUE(error.message.contains(QStringLiteral("#place: the item is not visible"))) << qPrintable(error.message);
     const Protocol::Error missing = failureOf(
-        "call", request("dragAndDrop", {QStringLiteral("WindowQmlImpl#form #hand"), QStringLiteral("#nowhere")}, 50));
+        "call", request("dragAndDrop", {QStringLiteral("Window#form #hand"), QStringLiteral("#nowhere")}, 50));
     EXPECT_EQ(missing.code, Protocol::ObjectNotFound) << qPrintable(missing.message);
 }
 

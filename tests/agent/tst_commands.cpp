@@ -10,39 +10,39 @@ using namespace VantleTest;
 
 TEST_F(FormCommands, PropertiesComeInTheirOwnTypes)
 {
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "count"), QJsonValue(3));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "title"), QJsonValue(QStringLiteral("Form")));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "visible"), QJsonValue(true));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "tint"), QJsonValue(json(R"({"type": "QColor", "text": "#80ff0000"})")));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "day"),
+    EXPECT_EQ(propertyOf("Window#form", "count"), QJsonValue(3));
+    EXPECT_EQ(propertyOf("Window#form", "title"), QJsonValue(QStringLiteral("Form")));
+    EXPECT_EQ(propertyOf("Window#form", "visible"), QJsonValue(true));
+    EXPECT_EQ(propertyOf("Window#form", "tint"), QJsonValue(json(R"({"type": "QColor", "text": "#80ff0000"})")));
+    EXPECT_EQ(propertyOf("Window#form", "day"),
               QJsonValue(json(R"({"type": "QDateTime", "text": "2024-01-02T03:04:05.000"})")));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form #save", "children").toArray().size(), 1);
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form #save [objectName=\"label\"]", "font.bold"), QJsonValue(false));
+    EXPECT_EQ(propertyOf("Window#form #save", "children").toArray().size(), 1);
+    EXPECT_EQ(propertyOf("Window#form #save [objectName=\"label\"]", "font.bold"), QJsonValue(false));
 }
 
 TEST_F(FormCommands, ValuesWithMembersSaySo)
 {
-    const char *const label = "WindowQmlImpl#form #save [objectName=\"label\"]";
+    const char *const label = "Window#form #save [objectName=\"label\"]";
     const QJsonObject font = propertyOf(label, "font").toObject();
     EXPECT_EQ(font.value(QStringLiteral("type")), QStringLiteral("QFont"));
     EXPECT_EQ(font.value(QStringLiteral("members")), QJsonValue(true));
-    EXPECT_FALSE(propertyOf("WindowQmlImpl#form", "tint").toObject().contains(QStringLiteral("members")));
+    EXPECT_FALSE(propertyOf("Window#form", "tint").toObject().contains(QStringLiteral("members")));
 }
 
 TEST_F(FormCommands, ScriptValuesAreLookedInto)
 {
-    const QJsonObject anything = propertyOf("WindowQmlImpl#form", "anything").toObject();
+    const QJsonObject anything = propertyOf("Window#form", "anything").toObject();
     EXPECT_EQ(anything.value(QStringLiteral("type")), QStringLiteral("map"));
     const QJsonObject members = anything.value(QStringLiteral("value")).toObject();
     EXPECT_EQ(members.value(QStringLiteral("list")),
               QJsonValue(QJsonArray{1, QStringLiteral("two"), QJsonValue::Null}));
     EXPECT_EQ(members.value(QStringLiteral("item")).toObject().value(QStringLiteral("object")).toInt(),
-              handleOf("WindowQmlImpl#form #save"));
+              handleOf("Window#form #save"));
 }
 
 TEST_F(FormCommands, AllReadablePropertiesComeWithoutNames)
 {
-    const QJsonObject result = ask("properties", json(R"({"name": "WindowQmlImpl#form #save"})"));
+    const QJsonObject result = ask("properties", json(R"({"name": "Window#form #save"})"));
     const QJsonObject values = result.value(QStringLiteral("properties")).toObject();
     EXPECT_EQ(values.value(QStringLiteral("text")), QJsonValue(QStringLiteral("Save")));
     EXPECT_EQ(values.value(QStringLiteral("width")), QJsonValue(100));
@@ -51,31 +51,31 @@ TEST_F(FormCommands, AllReadablePropertiesComeWithoutNames)
 
 TEST_F(FormCommands, MethodsAreNamedWhereAPropertyIsAskedFor)
 {
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form #save", "forceActiveFocus"),
+    EXPECT_EQ(propertyOf("Window#form #save", "forceActiveFocus"),
               QJsonValue(json(R"({"type": "method", "text": "forceActiveFocus"})")));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "requestActivate"),
+    EXPECT_EQ(propertyOf("Window#form", "requestActivate"),
               QJsonValue(json(R"({"type": "method", "text": "requestActivate"})")));
 }
 
 TEST_F(FormCommands, UnknownPropertiesAreErrorsThatSayWhich)
 {
     const Protocol::Error error = failureOf("properties",
-                                            json(R"({"name": "WindowQmlImpl#form", "names": ["cuont"]})"));
+                                            json(R"({"name": "Window#form", "names": ["cuont"]})"));
     EXPECT_EQ(error.code, Protocol::InvalidParams);
     EXPECT_TRUE(error.message.contains(QStringLiteral("cuont"))) << qPrintable(error.message);
 }
 
 TEST_F(FormCommands, PropertiesCanBeSet)
 {
-    ask("setProperty", json(R"({"name": "WindowQmlImpl#form", "property": "count", "value": 8})"));
+    ask("setProperty", json(R"({"name": "Window#form", "property": "count", "value": 8})"));
     EXPECT_EQ(root()->property("count").toInt(), 8);
-    ask("setProperty", json(R"({"name": "WindowQmlImpl#form #save", "property": "color", "value": "#00ff00"})"));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form #save", "color").toObject().value(QStringLiteral("text")),
+    ask("setProperty", json(R"({"name": "Window#form #save", "property": "color", "value": "#00ff00"})"));
+    EXPECT_EQ(propertyOf("Window#form #save", "color").toObject().value(QStringLiteral("text")),
               QStringLiteral("#ff00ff00"));
     ask("setProperty",
         json(
-            R"({"name": "WindowQmlImpl#form", "property": "anything", "value": {"type": "map", "value": {"a": [1]}}})"));
-    EXPECT_EQ(propertyOf("WindowQmlImpl#form", "anything"),
+            R"({"name": "Window#form", "property": "anything", "value": {"type": "map", "value": {"a": [1]}}})"));
+    EXPECT_EQ(propertyOf("Window#form", "anything"),
               QJsonValue(json(R"({"type": "map", "value": {"a": [1]}})")));
 }
 
@@ -87,16 +87,16 @@ TEST_F(FormCommands, WhatCannotBeSetSaysWhy)
         return error.message;
     };
     EXPECT_TRUE(
-        reason(R"({"name": "WindowQmlImpl#form", "property": "cuont", "value": 1})").contains(QStringLiteral("cuont")));
+        reason(R"({"name": "Window#form", "property": "cuont", "value": 1})").contains(QStringLiteral("cuont")));
     EXPECT_TRUE(
-        reason(R"({"name": "WindowQmlImpl#form", "property": "fixed", "value": 1})").contains(QStringLiteral("read")));
+        reason(R"({"name": "Window#form", "property": "fixed", "value": 1})").contains(QStringLiteral("read")));
     EXPECT_TRUE(
-        reason(R"({"name": "WindowQmlImpl#form", "property": "count", "value": "x"})").contains(QStringLiteral("int")));
-    EXPECT_TRUE(reason(R"({"name": "WindowQmlImpl#form", "property": "count"})").contains(QStringLiteral("value")));
+        reason(R"({"name": "Window#form", "property": "count", "value": "x"})").contains(QStringLiteral("int")));
+    EXPECT_TRUE(reason(R"({"name": "Window#form", "property": "count"})").contains(QStringLiteral("value")));
     EXPECT_TRUE(
-        reason(R"({"name": "WindowQmlImpl#form", "property": "count", "value": {"type": "Nonsense", "text": ""}})")
+        reason(R"({"name": "Window#form", "property": "count", "value": {"type": "Nonsense", "text": ""}})")
             .contains(QStringLiteral("Nonsense")));
-    EXPECT_TRUE(reason(R"({"name": "WindowQmlImpl#form", "property": "count", "value": {"object": 999}})")
+    EXPECT_TRUE(reason(R"({"name": "Window#form", "property": "count", "value": {"object": 999}})")
                     .contains(QStringLiteral("999")));
     EXPECT_EQ(root()->property("count").toInt(), 3);
 }
@@ -108,7 +108,7 @@ TEST_F(FormCommands, FunctionsOfTheDocumentCanBeInvoked)
     EXPECT_EQ(resultOf("typed", {4}), QJsonValue(QStringLiteral("n4")));
     EXPECT_EQ(resultOf("echo", {json(R"({"type": "QPointF", "x": 1.5, "y": 2})")}),
               QJsonValue(json(R"({"type": "QPointF", "x": 1.5, "y": 2})")));
-    const int handle = handleOf("WindowQmlImpl#form #save");
+    const int handle = handleOf("Window#form #save");
     EXPECT_EQ(resultOf("echo", {QJsonObject{{QStringLiteral("object"), handle}}})
                   .toObject()
                   .value(QStringLiteral("object"))
@@ -140,23 +140,23 @@ TEST_F(FormCommands, ChildrenOfNothingAreTheWindows)
 {
     const QJsonArray windows = ask("children").value(QStringLiteral("objects")).toArray();
     ASSERT_EQ(windows.size(), 1);
-    EXPECT_EQ(windows.first().toObject().value(QStringLiteral("name")), QStringLiteral("WindowQmlImpl#form"));
+    EXPECT_EQ(windows.first().toObject().value(QStringLiteral("name")), QStringLiteral("Window#form"));
     const QJsonArray items =
-        ask("children", json(R"({"name": "WindowQmlImpl#form"})")).value(QStringLiteral("objects")).toArray();
+        ask("children", json(R"({"name": "Window#form"})")).value(QStringLiteral("objects")).toArray();
     EXPECT_EQ(items.size(), 5);
 }
 
 TEST_F(FormCommands, DescribeGivesScreenCoordinates)
 {
     const auto description = Protocol::Description::fromJson(
-        ask("describe", json(R"({"name": "WindowQmlImpl#form #twin"})")));
+        ask("describe", json(R"({"name": "Window#form #twin"})")));
     ASSERT_TRUE(description);
     EXPECT_EQ(description->geometry, QRect(window()->position() + QPoint(100, 0), QSize(50, 40)));
     EXPECT_TRUE(description->visible && description->enabled);
     EXPECT_EQ(description->notReady, QString());
     find("hidden")->setEnabled(false);
     const auto hidden = Protocol::Description::fromJson(
-        ask("describe", json(R"({"name": "WindowQmlImpl#form [objectName=\"hidden\"]"})")));
+        ask("describe", json(R"({"name": "Window#form [objectName=\"hidden\"]"})")));
     ASSERT_TRUE(hidden);
     EXPECT_FALSE(hidden->visible || hidden->enabled);
     EXPECT_EQ(hidden->notReady, QStringLiteral("the item is not visible"));
@@ -172,8 +172,8 @@ TEST_F(FormCommands, TheTreeHoldsEverythingByItsName)
     EXPECT_EQ(tree->id, QStringLiteral("form"));
     ASSERT_EQ(tree->children.size(), 5);
     EXPECT_EQ(tree->children.at(0).children.first().name,
-              QStringLiteral("WindowQmlImpl#form Text[objectName=\"label\"]:visible"));
-    EXPECT_EQ(tree->children.at(3).name, QStringLiteral("WindowQmlImpl#form Rectangle:visible:nth(4)"));
+              QStringLiteral("Window#form Text[objectName=\"label\"]:visible"));
+    EXPECT_EQ(tree->children.at(3).name, QStringLiteral("Window#form Rectangle:visible:nth(4)"));
     EXPECT_EQ(tree->children.at(4).notReady, QStringLiteral("the item is not visible"));
 }
 
@@ -245,17 +245,17 @@ TEST_F(FormCommands, GrabTakesAPictureOfTheWindowOrAnItem)
         return image.size();
     };
     EXPECT_EQ(pictureIn(ask("grab")), QSize(300, 200));
-    EXPECT_EQ(pictureIn(ask("grab", json(R"({"name": "WindowQmlImpl#form #twin"})"))), QSize(50, 40));
-    const int form = handleOf("WindowQmlImpl#form");
+    EXPECT_EQ(pictureIn(ask("grab", json(R"({"name": "Window#form #twin"})"))), QSize(50, 40));
+    const int form = handleOf("Window#form");
     EXPECT_EQ(ask("grab").value(QStringLiteral("window")).toInt(), form);
-    EXPECT_FALSE(ask("grab", json(R"({"name": "WindowQmlImpl#form #twin"})")).contains(QStringLiteral("window")));
-    const QJsonObject around = ask("grab", json(R"({"name": "WindowQmlImpl#form #twin", "window": true})"));
+    EXPECT_FALSE(ask("grab", json(R"({"name": "Window#form #twin"})")).contains(QStringLiteral("window")));
+    const QJsonObject around = ask("grab", json(R"({"name": "Window#form #twin", "window": true})"));
     EXPECT_EQ(pictureIn(around), QSize(300, 200));
     EXPECT_EQ(around.value(QStringLiteral("window")).toInt(), form);
-    EXPECT_EQ(pictureIn(ask("grab", json(R"({"name": "WindowQmlImpl#form", "window": true})"))), QSize(300, 200));
+    EXPECT_EQ(pictureIn(ask("grab", json(R"({"name": "Window#form", "window": true})"))), QSize(300, 200));
     window()->hide();
     EXPECT_EQ(failureOf("grab").code, Protocol::FunctionFailed);
-    EXPECT_EQ(failureOf("grab", json(R"({"name": "WindowQmlImpl#form"})")).code, Protocol::FunctionFailed);
+    EXPECT_EQ(failureOf("grab", json(R"({"name": "Window#form"})")).code, Protocol::FunctionFailed);
 }
 
 TEST_F(CommandScene, AProgramWithoutWindowsHasNothingToShow)

@@ -10,7 +10,7 @@ TEST_F(FormCommands, UnknownMethodsStayUnknown)
 
 TEST_F(FormCommands, PendingRequestsSurviveTheEndOfTheConnection)
 {
-    const auto reply = post("find", json(R"({"name": "WindowQmlImpl#form #never", "timeout": 20000})"));
+    const auto reply = post("find", json(R"({"name": "Window#form #never", "timeout": 20000})"));
     const auto served = post("children");
     ASSERT_TRUE(waitUntil([&] { return served->has_value(); }));
     toolEnd()->close();
@@ -26,7 +26,7 @@ TEST_F(FormCommands, TheConnectionMayEndInsideAnEventLoopThatARequestHasOpened)
         hasEnded = waitUntil([&] { return !agentEnd()->isOpen(); });
     });
     const auto reply = post("setProperty",
-                            json(R"({"name": "WindowQmlImpl#form", "property": "title", "value": "New"})"));
+                            json(R"({"name": "Window#form", "property": "title", "value": "New"})"));
     ASSERT_TRUE(waitUntil([&] { return hasEnded; }));
     EXPECT_EQ(window()->title(), QStringLiteral("New"));
     ASSERT_TRUE(reply->has_value());
@@ -42,7 +42,7 @@ TEST_F(FormCommands, TheAgentMayGoInsideAnEventLoopThatARequestHasOpened)
         endAgent();
     });
     const auto reply = post("setProperty",
-                            json(R"({"name": "WindowQmlImpl#form", "property": "title", "value": "New"})"));
+                            json(R"({"name": "Window#form", "property": "title", "value": "New"})"));
     ASSERT_TRUE(waitUntil([&] { return reply->has_value(); }));
     EXPECT_TRUE(isGone);
     EXPECT_FALSE((*reply)->isError());
@@ -91,7 +91,7 @@ TEST_F(FormCommands, WrongValuesAreRefusedInEveryField)
 
 TEST_F(FormCommands, PendingRequestsAreAnsweredWhenTheCommandsGo)
 {
-    const auto reply = post("find", json(R"({"name": "WindowQmlImpl#form #never", "timeout": 20000})"));
+    const auto reply = post("find", json(R"({"name": "Window#form #never", "timeout": 20000})"));
     const auto served = post("children");
     ASSERT_TRUE(waitUntil([&] { return served->has_value(); }));
     endAgent();

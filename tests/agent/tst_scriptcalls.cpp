@@ -22,14 +22,14 @@ TEST_F(ScriptCalls, AreAnsweredWhenTheInputWasDelivered)
     const auto action = Protocol::ActionPoint::fromJson(result.value(QStringLiteral("action")).toObject());
     ASSERT_TRUE(action);
     EXPECT_EQ(QPoint(action->x, action->y), QPoint(39, 19));
-    EXPECT_EQ(action->window, handleOf("WindowQmlImpl#form"));
+    EXPECT_EQ(action->window, handleOf("Window#form"));
 }
 
 TEST_F(ScriptCalls, ActAtTheGivenPoint)
 {
     const QJsonObject result = ask(
         "call",
-        request("mouseClick", {QStringLiteral("WindowQmlImpl#form #ok"), 7, 9, static_cast<int>(Qt::LeftButton)}));
+        request("mouseClick", {QStringLiteral("Window#form #ok"), 7, 9, static_cast<int>(Qt::LeftButton)}));
     EXPECT_EQ(root()->property("where").toString(), QStringLiteral("7,9"));
     const auto action = Protocol::ActionPoint::fromJson(result.value(QStringLiteral("action")).toObject());
     ASSERT_TRUE(action);
@@ -38,13 +38,13 @@ TEST_F(ScriptCalls, ActAtTheGivenPoint)
 
 TEST_F(ScriptCalls, TypeIntoWhatTheyName)
 {
-    ask("call", request("type", {QStringLiteral("WindowQmlImpl#form #field"), QStringLiteral("abc")}));
+    ask("call", request("type", {QStringLiteral("Window#form #field"), QStringLiteral("abc")}));
     EXPECT_EQ(find("field")->property("text").toString(), QStringLiteral("abc"));
 }
 
 TEST_F(ScriptCalls, TakeHandlesInPlaceOfNames)
 {
-    const QJsonArray arguments{QJsonObject{{QStringLiteral("object"), handleOf("WindowQmlImpl#form #ok")}}};
+    const QJsonArray arguments{QJsonObject{{QStringLiteral("object"), handleOf("Window#form #ok")}}};
     ask("call", request("mouseClick", arguments));
     EXPECT_EQ(clicks(), 1);
     delete find("ok");
@@ -56,7 +56,7 @@ TEST_F(ScriptCalls, SeveralMayBePending)
     find("ok")->setVisible(false);
     const auto first = post("call", click("ok"));
     const auto second = post("call",
-                             request("type", {QStringLiteral("WindowQmlImpl#form #field"), QStringLiteral("x")}));
+                             request("type", {QStringLiteral("Window#form #field"), QStringLiteral("x")}));
     ASSERT_TRUE(waitUntil([&] { return second->has_value(); }));
     EXPECT_FALSE(first->has_value());
     find("ok")->setVisible(true);
@@ -93,7 +93,7 @@ TEST_F(ScriptCalls, ThatFitNoOverloadFailAtOnce)
 
 TEST_F(ScriptCalls, GivePicturesBack)
 {
-    const QJsonArray arguments{QJsonObject{{QStringLiteral("object"), handleOf("WindowQmlImpl#form #ok")}}};
+    const QJsonArray arguments{QJsonObject{{QStringLiteral("object"), handleOf("Window#form #ok")}}};
     const QJsonObject picture =
         ask("call", request("grabWidget", arguments)).value(QStringLiteral("result")).toObject();
     EXPECT_EQ(picture.value(QStringLiteral("type")), QStringLiteral("QPixmap"));
@@ -113,7 +113,7 @@ TEST_F(ScriptCalls, SurviveTheEndOfTheirWindow)
 
 TEST_F(ScriptCalls, SurviveTheEndOfTheAgent)
 {
-    const auto reply = post("call", request("longMouseClick", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    const auto reply = post("call", request("longMouseClick", {QStringLiteral("Window#form #ok")}));
     ASSERT_TRUE(waitUntil([&] { return !QtWrapper::InputPlayer::self()->isIdle(); }));
     endAgent();
     ASSERT_TRUE(waitUntil([&] { return reply->has_value() && QtWrapper::InputPlayer::self()->isIdle(); }));
@@ -122,7 +122,7 @@ TEST_F(ScriptCalls, SurviveTheEndOfTheAgent)
 
 TEST_F(ScriptCalls, SurviveTheEndOfTheConnection)
 {
-    const auto reply = post("call", request("longMouseClick", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    const auto reply = post("call", request("longMouseClick", {QStringLiteral("Window#form #ok")}));
     ASSERT_TRUE(waitUntil([&] { return !QtWrapper::InputPlayer::self()->isIdle(); }));
     toolEnd()->close();
     ASSERT_TRUE(waitUntil([&] { return reply->has_value() && QtWrapper::InputPlayer::self()->isIdle(); }));
@@ -150,15 +150,15 @@ TEST_F(ScriptCalls, FlicksAreRecordedBehindWhatWasPlayedBefore)
     });
     auto session = std::make_unique<Agent::RecordingSession>(host(), agentEnd());
     ask("call",
-        request("mouseClick", {QStringLiteral("WindowQmlImpl#form #area"), 5, 6, static_cast<int>(Qt::LeftButton)}));
-    ask("call", request("flick", {QStringLiteral("WindowQmlImpl#form #list"), 0, 300}));
-    EXPECT_EQ(failureOf("call", request("flick", {QStringLiteral("WindowQmlImpl#form #area"), 0, 1})).code,
+        request("mouseClick", {QStringLiteral("Window#form #area"), 5, 6, static_cast<int>(Qt::LeftButton)}));
+    ask("call", request("flick", {QStringLiteral("Window#form #list"), 0, 300}));
+    EXPECT_EQ(failureOf("call", request("flick", {QStringLiteral("Window#form #area"), 0, 1})).code,
               Protocol::FunctionFailed);
     session.reset();
-    ask("call", request("flick", {QStringLiteral("WindowQmlImpl#form #list"), 0, 50}));
+    ask("call", request("flick", {QStringLiteral("Window#form #list"), 0, 50}));
     EXPECT_EQ(recorded,
-              QStringList({QStringLiteral("mouseClick WindowQmlImpl#form MouseArea#area:visible 5 6 1"),
-                           QStringLiteral("flick WindowQmlImpl#form Flickable#list:visible 0 300")}));
+              QStringList({QStringLiteral("mouseClick Window#form MouseArea#area:visible 5 6 1"),
+                           QStringLiteral("flick Window#form Flickable#list:visible 0 300")}));
 }
 
 TEST_F(ScriptCalls, ThatEndTheProgramAreAnswered)
@@ -170,7 +170,7 @@ TEST_F(ScriptCalls, ThatEndTheProgramAreAnswered)
             endAgent();
         },
         Qt::QueuedConnection);
-    const QJsonObject result = ask("call", request("closeWindow", {QStringLiteral("WindowQmlImpl#form")}));
+    const QJsonObject result = ask("call", request("closeWindow", {QStringLiteral("Window#form")}));
     EXPECT_EQ(result.value(QStringLiteral("result")), QJsonValue());
     EXPECT_FALSE(window()->isVisible());
     ASSERT_TRUE(waitUntil([] { return QtWrapper::InputPlayer::self()->isIdle(); }));
@@ -215,7 +215,7 @@ TEST_F(ScriptCalls, EndThoughAnAnimationNeverDoes)
 
 TEST_F(ScriptCalls, ThatEndTheProgramHalfwayHaveFailed)
 {
-    const auto reply = post("call", request("longMouseClick", {QStringLiteral("WindowQmlImpl#form #ok")}));
+    const auto reply = post("call", request("longMouseClick", {QStringLiteral("Window#form #ok")}));
     ASSERT_TRUE(waitUntil([&] { return !QtWrapper::InputPlayer::self()->isIdle(); }));
     quitApplication();
     endAgent();
@@ -232,7 +232,7 @@ TEST_F(ScriptCalls, SayThatThereIsNoObject)
              request("type", {nothing, QStringLiteral("a")}, 50),
              request("flick", {nothing, 0, 10}, 50),
              request("grabWidget", {nothing}, 50),
-             request("dragAndDrop", {QStringLiteral("WindowQmlImpl#form #ok"), nothing}, 50),
+             request("dragAndDrop", {QStringLiteral("Window#form #ok"), nothing}, 50),
          })
         EXPECT_FALSE(failureOf("call", params).message.isEmpty());
     ask("call", click("ok"));

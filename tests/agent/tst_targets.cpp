@@ -7,13 +7,13 @@ using namespace VantleTest;
 
 TEST_F(FormCommands, FindGivesOneHandleForOneObject)
 {
-    const QJsonObject found = ask("find", json(R"({"name": "WindowQmlImpl#form Rectangle#save"})"));
+    const QJsonObject found = ask("find", json(R"({"name": "Window#form Rectangle#save"})"));
     const auto reference = Protocol::ObjectReference::fromJson(found);
     ASSERT_TRUE(reference);
     EXPECT_TRUE(reference->className.startsWith(QStringLiteral("QQuickRectangle")));
-    EXPECT_EQ(reference->name, QStringLiteral("WindowQmlImpl#form Rectangle#save[objectName=\"save\"]:visible"));
-    EXPECT_EQ(handleOf("WindowQmlImpl#form [objectName=\"save\"]"), reference->object);
-    EXPECT_NE(handleOf("WindowQmlImpl#form #twin"), reference->object);
+    EXPECT_EQ(reference->name, QStringLiteral("Window#form Rectangle#save[objectName=\"save\"]:visible"));
+    EXPECT_EQ(handleOf("Window#form [objectName=\"save\"]"), reference->object);
+    EXPECT_NE(handleOf("Window#form #twin"), reference->object);
 }
 
 TEST_F(FormCommands, NamesAreLeftOutOnDemand)
@@ -26,7 +26,7 @@ TEST_F(FormCommands, NamesAreLeftOutOnDemand)
             params.insert(QStringLiteral("named"), named);
             return params;
         };
-        const QJsonObject found = ask("find", asking(json(R"({"name": "WindowQmlImpl#form Rectangle#save"})")));
+        const QJsonObject found = ask("find", asking(json(R"({"name": "Window#form Rectangle#save"})")));
         EXPECT_TRUE(found.contains(QStringLiteral("object")));
         EXPECT_EQ(isNamed(found), named);
         const QJsonArray children = ask("children", asking({})).value(QStringLiteral("objects")).toArray();
@@ -34,25 +34,25 @@ TEST_F(FormCommands, NamesAreLeftOutOnDemand)
         EXPECT_EQ(isNamed(children.first()), named);
         const QJsonObject properties = ask("properties",
                                            asking(
-                                               json(R"({"name": "WindowQmlImpl#form #save", "names": ["parent"]})")));
+                                               json(R"({"name": "Window#form #save", "names": ["parent"]})")));
         EXPECT_EQ(isNamed(properties), named);
         EXPECT_EQ(isNamed(properties.value(QStringLiteral("properties")).toObject().value(QStringLiteral("parent"))),
                   named);
     }
-    EXPECT_EQ(failureOf("find", json(R"({"name": "WindowQmlImpl#form", "named": 1})")).code, Protocol::InvalidParams);
+    EXPECT_EQ(failureOf("find", json(R"({"name": "Window#form", "named": 1})")).code, Protocol::InvalidParams);
 }
 
 TEST_F(FormCommands, FindSaysHowCloseItCame)
 {
-    const Protocol::Error error = failureOf("find", json(R"({"name": "WindowQmlImpl#form Rectangle#sav:visible"})"));
+    const Protocol::Error error = failureOf("find", json(R"({"name": "Window#form Rectangle#sav:visible"})"));
     EXPECT_EQ(error.code, Protocol::ObjectNotFound);
     const auto data = Protocol::NotFound::fromJson(error.data.toObject());
     ASSERT_TRUE(data);
-    EXPECT_EQ(data->lookedFor, QStringLiteral("WindowQmlImpl#form Rectangle#sav:visible"));
+    EXPECT_EQ(data->lookedFor, QStringLiteral("Window#form Rectangle#sav:visible"));
     EXPECT_TRUE(data->reason.contains(QStringLiteral("id"))) << qPrintable(data->reason);
     ASSERT_EQ(data->candidates.size(), 5);
     const Protocol::Candidate best = data->candidates.first();
-    EXPECT_EQ(best.name, QStringLiteral("WindowQmlImpl#form Rectangle#save[objectName=\"save\"]:visible"));
+    EXPECT_EQ(best.name, QStringLiteral("Window#form Rectangle#save[objectName=\"save\"]:visible"));
     ASSERT_EQ(best.differences.size(), 1);
     EXPECT_EQ(best.differences.first().key, QStringLiteral("id"));
     EXPECT_EQ(best.differences.first().expected, QStringLiteral("\"sav\""));
@@ -62,7 +62,7 @@ TEST_F(FormCommands, FindSaysHowCloseItCame)
 TEST_F(FormCommands, FindNamesTheInvisibleItemThatWasToBeVisible)
 {
     const auto data = Protocol::NotFound::fromJson(
-        failureOf("find", json(R"({"name": "WindowQmlImpl#form Item[objectName=\"hidden\"]:visible"})"))
+        failureOf("find", json(R"({"name": "Window#form Item[objectName=\"hidden\"]:visible"})"))
             .data.toObject());
     ASSERT_TRUE(data && !data->candidates.isEmpty());
     ASSERT_EQ(data->candidates.first().differences.size(), 1);
@@ -73,7 +73,7 @@ TEST_F(FormCommands, FindNamesTheInvisibleItemThatWasToBeVisible)
 TEST_F(FormCommands, FindNamesTheLastOfTooFew)
 {
     const auto data = Protocol::NotFound::fromJson(
-        failureOf("find", json(R"-({"name": "WindowQmlImpl#form Rectangle:nth(9)"})-")).data.toObject());
+        failureOf("find", json(R"-({"name": "Window#form Rectangle:nth(9)"})-")).data.toObject());
     ASSERT_TRUE(data && !data->candidates.isEmpty());
     ASSERT_EQ(data->candidates.first().differences.size(), 1);
     EXPECT_EQ(data->candidates.first().differences.first().key, QStringLiteral("occurrence"));
@@ -85,15 +85,15 @@ TEST_F(FormCommands, FindLooksForTheContainerWhereThatIsMissing)
     const auto data = Protocol::NotFound::fromJson(
         failureOf("find", json(R"({"name": "WindowQmlImpl#from Rectangle#save"})")).data.toObject());
     ASSERT_TRUE(data && !data->candidates.isEmpty());
-    EXPECT_EQ(data->candidates.first().name, QStringLiteral("WindowQmlImpl#form"));
+    EXPECT_EQ(data->candidates.first().name, QStringLiteral("Window#form"));
     EXPECT_EQ(failureOf("find", json(R"({"name": "Window ["})")).code, Protocol::ObjectNotFound);
     EXPECT_EQ(failureOf("find", json(R"({"name": ""})")).code, Protocol::ObjectNotFound);
 }
 
 TEST_F(FormCommands, FindWaitsUntilTheObjectIsThere)
 {
-    const auto reply = post("find", json(R"({"name": "WindowQmlImpl#form Rectangle#late", "timeout": 20000})"));
-    const auto hopeless = post("find", json(R"({"name": "WindowQmlImpl#form Rectangle#never", "timeout": 50})"));
+    const auto reply = post("find", json(R"({"name": "Window#form Rectangle#late", "timeout": 20000})"));
+    const auto hopeless = post("find", json(R"({"name": "Window#form Rectangle#never", "timeout": 50})"));
     ASSERT_TRUE(waitUntil([&] { return hopeless->has_value(); }));
     EXPECT_EQ((*hopeless)->error->code, Protocol::ObjectNotFound);
     EXPECT_FALSE(reply->has_value());
@@ -108,9 +108,9 @@ TEST_F(FormCommands, FindWaitsUntilTheObjectIsThere)
 
 TEST_F(FormCommands, FindMayWaitForReadiness)
 {
-    EXPECT_FALSE(ask("find", json(R"({"name": "WindowQmlImpl#form [objectName=\"hidden\"]"})")).isEmpty());
+    EXPECT_FALSE(ask("find", json(R"({"name": "Window#form [objectName=\"hidden\"]"})")).isEmpty());
     const QJsonObject ready = json(
-        R"({"name": "WindowQmlImpl#form [objectName=\"hidden\"]", "ready": true, "timeout": 30})");
+        R"({"name": "Window#form [objectName=\"hidden\"]", "ready": true, "timeout": 30})");
     const Protocol::Error error = failureOf("find", ready);
     EXPECT_EQ(error.code, Protocol::ObjectNotReady);
     const auto data = Protocol::NotReady::fromJson(error.data.toObject());
@@ -122,7 +122,7 @@ TEST_F(FormCommands, FindMayWaitForReadiness)
 
 TEST_F(FormCommands, HandlesOfTheDeadAndUnknownOnesAreErrors)
 {
-    const int handle = handleOf("WindowQmlImpl#form #save");
+    const int handle = handleOf("Window#form #save");
     const QJsonObject target{{QStringLiteral("object"), handle}};
     EXPECT_EQ(ask("describe", target).value(QStringLiteral("visible")), QJsonValue(true));
     delete find("save");
@@ -134,10 +134,10 @@ TEST_F(FormCommands, HandlesOfTheDeadAndUnknownOnesAreErrors)
 
 TEST_F(FormCommands, ReleasedHandlesAreForgotten)
 {
-    const int handle = handleOf("WindowQmlImpl#form #save");
+    const int handle = handleOf("Window#form #save");
     ask("release", {{QStringLiteral("objects"), QJsonArray{handle, 4711}}});
     EXPECT_EQ(failureOf("describe", {{QStringLiteral("object"), handle}}).code, Protocol::ObjectGone);
-    EXPECT_NE(handleOf("WindowQmlImpl#form #save"), handle);
+    EXPECT_NE(handleOf("Window#form #save"), handle);
     EXPECT_EQ(failureOf("release", json(R"({"objects": ["a"]})")).code, Protocol::InvalidParams);
 }
 
@@ -160,14 +160,14 @@ TEST_F(CommandScene, AliasesOfTheNamesFileLeadToObjects)
     QTemporaryDir directory;
     QFile file(directory.filePath(QStringLiteral("names.json")));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(R"({"saveButton": "WindowQmlImpl#form Rectangle#save"})");
+    file.write(R"({"saveButton": "Window#form Rectangle#save"})");
     file.close();
     Protocol::HelloResult settings;
     settings.namesFile = file.fileName();
     startAgent(settings);
     load(form);
     const QJsonObject byAlias = ask("find", json(R"({"name": "@saveButton"})"));
-    EXPECT_EQ(byAlias.value(QStringLiteral("object")).toInt(), handleOf("WindowQmlImpl#form #save"));
+    EXPECT_EQ(byAlias.value(QStringLiteral("object")).toInt(), handleOf("Window#form #save"));
     EXPECT_EQ(failureOf("find", json(R"({"name": "@other"})")).code, Protocol::ObjectNotFound);
 }
 
@@ -184,7 +184,7 @@ TEST_F(CommandScene, ANamesFileThatCannotBeReadIsReportedAndThenIgnored)
     settings.namesFile = QStringLiteral("/nowhere/names.json");
     startAgent(settings);
     load(form);
-    EXPECT_NE(handleOf("WindowQmlImpl#form #save"), 0);
+    EXPECT_NE(handleOf("Window#form #save"), 0);
     ASSERT_EQ(logged.size(), 1);
     EXPECT_TRUE(logged.first().contains(QStringLiteral("/nowhere/names.json"))) << qPrintable(logged.first());
 }

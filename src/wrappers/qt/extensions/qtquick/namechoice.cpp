@@ -38,6 +38,13 @@ bool isTelling(const QQuickItem *item)
         || isCustomQmlTypeName(item->metaObject()->className());
 }
 
+// What controls put their contents into is no part that anybody knows of; its
+// object name is that of its class.
+bool isInternal(const QQuickItem *item)
+{
+    return item->inherits("QQuickContentItem");
+}
+
 bool isPartOfControl(const QQuickItem *item)
 {
     for (const QQuickItem *ancestor = item->parentItem(); ancestor; ancestor = ancestor->parentItem()) {
@@ -141,7 +148,7 @@ QList<NameChooser::Candidate> NameChooser::candidatesOf(qsizetype position, bool
         if (isFitForName(text))
             candidates.append({key, text, isAsked});
     };
-    if (item)
+    if (item && !isInternal(item))
         add(objectNameKey, item->objectName(), false);
     if (item && !isEntry)
         add(idKey, declaredId(item), false);
@@ -193,12 +200,26 @@ std::optional<NameChoice> NameChooser::byPlaceInView(Subject &subject)
     }
     if (place.isEmpty())
         return std::nullopt;
+    if (const std::optional<NameChoice> choice = inSomeContainer(subject, place))
+        return choice;
+    for (const Candidate &candidate : std::as_const(subject.candidates)) {
+        QMap<QString, QString> texts = place;
+        texts.insert(candidate.key, candidate.text);
+        if (const std::optional<NameChoice> choice = inSomeContainer(subject, texts))
+            return choice;
+    }
+    return std::nullopt;
+}
+
+// Below the nearest container where \p texts leave one item.
+std::optional<NameChoice> NameChooser::inSomeContainer(Subject &subject, const QMap<QString, QString> &texts)
+{
     QList<qsizetype> containers = namedAncestorsOf(subject);
     containers.append(subject.scope);
     for (const qsizetype container : std::as_const(containers)) {
         const Range range = container < 0 ? m_census.everything() : m_census.below(container);
-        if (m_census.isOnlyOneWith(subject.position, place, range))
-            return choiceOf(subject, place, container);
+        if (m_census.isOnlyOneWith(subject.position, texts, range))
+            return choiceOf(subject, texts, container);
     }
     return std::nullopt;
 }
@@ -224,9 +245,9 @@ std::optional<NameChoice> NameChooser::belowNamedAncestor(Subject &subject)
         if (m_census.isOnlyOfItsType(subject.position, m_census.below(container)))
             return choiceOf(subject, {}, container);
     }
-    return m_census.isOnlyOfItsType(subject.position, subject.range)
-        ? std::optional(choiceOf(subject, {}, subject.scope))
-        : std::nullopt;
+    if (m_census.isOnlyOfItsType(subject.position, subject.range))
+        return choiceOf(subject, {}, subject.scope);
+    return std::nullopt;
 }
 
 std::optional<NameChoice> NameChooser::byAllTexts(Subject &subject)
@@ -236,16 +257,7 @@ std::optional<NameChoice> NameChooser::byAllTexts(Subject &subject)
         if (!texts.contains(candidate.key))
             texts.insert(candidate.key, candidate.text);
     }
-    if (texts.size() < 2)
-        return std::nullopt;
-    QList<qsizetype> containers = namedAncestorsOf(subject);
-    containers.append(subject.scope);
-    for (const qsizetype container : std::as_const(containers)) {
-        const Range range = container < 0 ? m_census.everything() : m_census.below(container);
-        if (m_census.isOnlyOneWith(subject.position, texts, range))
-            return choiceOf(subject, texts, container);
-    }
-    return std::nullopt;
+    return texts.size() < 2 ? std::nullopt : inSomeContainer(subject, texts);
 }
 
 // One of several, which the lookup is going to count.
@@ -284,7 +296,7 @@ bool NameChooser::isGoodContainer(qsizetype position, int depth)
         return false;
     const NameChoice choice = chooseAt(position, depth);
     const QPointer<QQuickItem> item = m_census.itemAt(position);
-    return item && choice.isUnique && (!choice.texts.isEmpty() || isTelling(item));
+    return item && choice.isUnique && !isInternal(item) && (!choice.texts.isEmpty() || isTelling(item));
 }
 
 NameChoice NameChooser::choiceOf(const Subject &subject, const QMap<QString, QString> &texts,

@@ -69,6 +69,7 @@ private:
     std::optional<NameChoice> byTypeAlone(Subject &subject);
     std::optional<NameChoice> belowNamedAncestor(Subject &subject);
     std::optional<NameChoice> byAllTexts(Subject &subject);
+    std::optional<NameChoice> inSomeContainer(Subject &subject, const QMap<QString, QString> &texts);
     NameChoice closest(Subject &subject);
     QList<qsizetype> &namedAncestorsOf(Subject &subject);
     bool isGoodContainer(qsizetype position, int depth);

@@ -28,13 +28,15 @@ bool isKnownQt()
 const QQmlDelegateModelItem *rowOf(QQuickItem *item)
 {
     const QQmlData *const data = QQmlData::get(item);
-    QQmlRefPointer<QQmlContextData> context = data ? data->outerContext : nullptr;
+    QQmlRefPointer<QQmlContextData> context = data ? data->context : nullptr;
     for (; context; context = context->parent()) {
-        const QObject *const object = context->contextObject();
-        if (!object || !object->inherits("QQmlDelegateModelItem"))
-            continue;
-        const auto *const row = static_cast<const QQmlDelegateModelItem *>(object);
-        return row->object == item ? row : nullptr;
+        // What has required properties knows its row beside its own context.
+        for (const QObject *const object : {context->extraObject(), context->contextObject()}) {
+            if (!object || !object->inherits("QQmlDelegateModelItem"))
+                continue;
+            const auto *const row = static_cast<const QQmlDelegateModelItem *>(object);
+            return row->object == item ? row : nullptr;
+        }
     }
     return nullptr;
 }
