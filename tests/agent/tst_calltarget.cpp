@@ -125,7 +125,7 @@ TEST_F(ScriptCallsThatWait, SayWhichFlickableDoesNotComeToRest)
     const QJsonArray place{QStringLiteral("Window#form #area"), 20, 20, static_cast<int>(Qt::LeftButton)};
     const Protocol::NotReady found = obstacle(request("mouseClick", place, 600));
     EXPECT_EQ(found.reason,
-              QStringLiteral("Window#form Flickable#list[objectName=\"list\"]:visible, which holds it, "
+              QStringLiteral("Window#form Flickable[objectName=\"list\"]:visible, which holds it, "
                              "is still moving"));
     EXPECT_EQ(found.coveredBy, QString());
     EXPECT_TRUE(find("list")->property("moving").toBool());
@@ -145,7 +145,7 @@ TEST_F(ScriptCallsThatWait, WaitUntilNothingCoversThePoint)
     const QJsonObject atCorner = request(
         "mouseClick", {QStringLiteral("Window#form #covered"), 5, 5, static_cast<int>(Qt::LeftButton)}, 400);
     const Protocol::NotReady covered = obstacle(atCorner);
-    EXPECT_EQ(covered.coveredBy, QStringLiteral("Window#form Area#cover[objectName=\"cover\"]:visible"));
+    EXPECT_EQ(covered.coveredBy, QStringLiteral("Window#form Area[objectName=\"cover\"]:visible"));
     EXPECT_TRUE(covered.reason.contains(QStringLiteral("(5, 5)"))) << qPrintable(covered.reason);
     EXPECT_EQ(root()->property("others").toInt(), 0);
 

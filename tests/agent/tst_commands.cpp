@@ -168,7 +168,7 @@ TEST_F(FormCommands, TheTreeHoldsEverythingByItsName)
     ASSERT_EQ(windows.size(), 1);
     const auto tree = Protocol::TreeNode::fromJson(windows.first().toObject());
     ASSERT_TRUE(tree);
-    EXPECT_EQ(tree->type, QStringLiteral("WindowQmlImpl"));
+    EXPECT_EQ(tree->type, QStringLiteral("Window"));
     EXPECT_EQ(tree->id, QStringLiteral("form"));
     ASSERT_EQ(tree->children.size(), 5);
     EXPECT_EQ(tree->children.at(0).children.first().name,

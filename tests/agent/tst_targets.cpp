@@ -11,7 +11,7 @@ TEST_F(FormCommands, FindGivesOneHandleForOneObject)
     const auto reference = Protocol::ObjectReference::fromJson(found);
     ASSERT_TRUE(reference);
     EXPECT_TRUE(reference->className.startsWith(QStringLiteral("QQuickRectangle")));
-    EXPECT_EQ(reference->name, QStringLiteral("Window#form Rectangle#save[objectName=\"save\"]:visible"));
+    EXPECT_EQ(reference->name, QStringLiteral("Window#form Rectangle[objectName=\"save\"]:visible"));
     EXPECT_EQ(handleOf("Window#form [objectName=\"save\"]"), reference->object);
     EXPECT_NE(handleOf("Window#form #twin"), reference->object);
 }
@@ -52,7 +52,7 @@ TEST_F(FormCommands, FindSaysHowCloseItCame)
     EXPECT_TRUE(data->reason.contains(QStringLiteral("id"))) << qPrintable(data->reason);
     ASSERT_EQ(data->candidates.size(), 5);
     const Protocol::Candidate best = data->candidates.first();
-    EXPECT_EQ(best.name, QStringLiteral("Window#form Rectangle#save[objectName=\"save\"]:visible"));
+    EXPECT_EQ(best.name, QStringLiteral("Window#form Rectangle[objectName=\"save\"]:visible"));
     ASSERT_EQ(best.differences.size(), 1);
     EXPECT_EQ(best.differences.first().key, QStringLiteral("id"));
     EXPECT_EQ(best.differences.first().expected, QStringLiteral("\"sav\""));

@@ -92,6 +92,17 @@ TEST(ObjectName, theCanonicalFormHasOneOrder)
     EXPECT_EQ(canonical("Button[container='Window']"), "Window Button");
 }
 
+TEST(ObjectName, rowsStandAheadOfColumns)
+{
+    const ObjectName cell(QStringLiteral("Field[column=\"2\"][label=\"a\"][row=\"7\"]"));
+    EXPECT_EQ(cell.qualifiedName(), QStringLiteral("Field[row=\"7\"][column=\"2\"][label=\"a\"]"));
+    EXPECT_EQ(ObjectName(cell.qualifiedName()), cell);
+    EXPECT_EQ(ObjectName(QStringLiteral("[row=\"7\"][label=\"a\"]")).qualifiedName(),
+              QStringLiteral("[label=\"a\"][row=\"7\"]"));
+    EXPECT_EQ(ObjectName(QStringLiteral("[label=\"a\"][column=\"2\"]")).qualifiedName(),
+              QStringLiteral("[column=\"2\"][label=\"a\"]"));
+}
+
 TEST(ObjectName, keysAreOrderedCaseSensitively)
 {
     EXPECT_EQ(canonical("[a='1'][Z='1'][_='1']"), "[Z=\"1\"][_=\"1\"][a=\"1\"]");

@@ -87,6 +87,16 @@ TEST(QmlTypes, BothWaysToCleanANameAgree)
     EXPECT_EQ(cleanQmlClassName(&QQuickItem::staticMetaObject), "QQuickItem");
 }
 
+TEST(QmlTypes, WindowIsCalledAsInQmlAndFoundByItsOldNamesToo)
+{
+    QQmlEngine engine;
+    const auto window = create(&engine, "import QtQuick\nWindow { property int count }");
+    EXPECT_EQ(scriptTypeName(window->metaObject()), "Window");
+    for (const char *type : {"Window", "WindowQmlImpl", "QQuickWindowQmlImpl"})
+        EXPECT_TRUE(qmlMatchesTypeProperty(window.get(), equals(type))) << type;
+    EXPECT_FALSE(qmlMatchesTypeProperty(window.get(), equals("QQuickWindow")));
+}
+
 TEST(QmlTypes, ScriptsWriteNoQQuick)
 {
     QQmlEngine engine;

@@ -81,8 +81,9 @@ QString labelOfForm(const QQuickItem *item)
 
 QString labelOfBuddy(QQuickItem *item, const QList<QQuickItem *> &siblings)
 {
-    for (const QQuickItem *sibling : siblings) {
-        const QString text = visibleText(sibling);
+    const QList<QPointer<QQuickItem>> guarded(siblings.cbegin(), siblings.cend());
+    for (const QPointer<QQuickItem> &sibling : guarded) {
+        const QString text = sibling ? visibleText(sibling) : QString();
         if (!text.isEmpty() && qvariant_cast<QObject *>(sibling->property("buddy")) == item)
             return text;
     }
@@ -192,10 +193,13 @@ QString labelBeside(QQuickItem *item)
     if (siblings.size() > mostSiblings)
         return {};
     const QPointer<QQuickItem> guard(item);
-    QString text = labelOfBuddy(item, siblings);
-    if (text.isEmpty() && guard)
-        text = labelInLayout(item, siblings);
-    return text.isEmpty() && guard ? labelInSameItem(item, siblings) : text;
+    const QString ofBuddy = labelOfBuddy(item, siblings);
+    // Which ran code of the program; what follows runs none.
+    if (!ofBuddy.isEmpty() || !guard || !guard->parentItem())
+        return ofBuddy;
+    const QList<QQuickItem *> others = guard->parentItem()->childItems();
+    const QString inLayout = labelInLayout(item, others);
+    return inLayout.isEmpty() ? labelInSameItem(item, others) : inLayout;
 }
 
 } // namespace

@@ -163,9 +163,9 @@ QList<NameChooser::Candidate> NameChooser::candidatesOf(qsizetype position, bool
         QString text;
         QString guess;
         // An extension may know better, or none may be there to tell.
-        if (!item || !guessText(item, name, &guess) || !isFitForName(guess) || !readText(item, name, &text))
+        if (!item || !guessText(item, name, &guess) || !isFitForName(guess))
             continue;
-        if (text == guess)
+        if (item && readText(item, name, &text) && text == guess)
             add(name, text, isAskedOfExtensions(item, name));
     }
     return candidates;

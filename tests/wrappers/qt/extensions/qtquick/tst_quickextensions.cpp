@@ -70,8 +70,7 @@ Texts texts(std::initializer_list<std::pair<const char *, const char *>> list)
 TEST_F(QuickExtensions, WithoutAnswersNothingChanges)
 {
     show();
-    EXPECT_EQ(own(button()), texts({{"type", "PushButton"}, {"id", "buttonId"}, {"objectName", "button"},
-                                    {"visible", "true"}}));
+    EXPECT_EQ(own(button()), texts({{"type", "PushButton"}, {"objectName", "button"}, {"visible", "true"}}));
     EXPECT_EQ(name(button()).value(container), scriptName(window()));
     EXPECT_EQ(notReadyReason(button()), QString());
 }
@@ -86,8 +85,8 @@ TEST_F(QuickExtensions, ListOfPropertiesRules)
 TEST_F(QuickExtensions, FurtherPropertiesAreAdded)
 {
     extend({QStringLiteral("function extraPropertiesFor(item) { return ['caption', 'border.width', 'state'] }")});
-    EXPECT_EQ(own(button()), texts({{"type", "PushButton"}, {"id", "buttonId"}, {"objectName", "button"},
-                                    {"visible", "true"}, {"caption", "OK"}, {"state", ""}}));
+    EXPECT_EQ(own(button()), texts({{"type", "PushButton"}, {"objectName", "button"}, {"visible", "true"},
+                                    {"caption", "OK"}, {"state", ""}}));
 }
 
 TEST_F(QuickExtensions, PropertiesThatOnlyAnExtensionKnowsAreAskedOfIt)
