@@ -110,7 +110,8 @@ QString countedText(const QJsonObject &result)
         return {};
     const double share = 100.0 * static_cast<double>(counted.size()) / pressable;
     QString text = QStringLiteral("%1 of %2 items that take presses are named by :nth (%3 %).\n")
-                       .arg(QString::number(counted.size()), QString::number(pressable), QString::number(share, 'f', 1));
+                       .arg(QString::number(counted.size()), QString::number(pressable),
+                            QString::number(share, 'f', 1));
     for (const QJsonValue &name : counted)
         text += QStringLiteral("  %1\n").arg(nameText(name.toString()));
     return text;

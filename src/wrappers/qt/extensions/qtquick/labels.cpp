@@ -41,7 +41,8 @@ bool isMark(const QQuickItem *item)
 bool isActedOn(QQuickItem *item)
 {
     return isControl(item) || item->acceptedMouseButtons() != Qt::NoButton
-        || QQuickItemPrivate::get(item)->hasPointerHandlers() || item->flags().testFlag(QQuickItem::ItemAcceptsInputMethod);
+        || QQuickItemPrivate::get(item)->hasPointerHandlers()
+        || item->flags().testFlag(QQuickItem::ItemAcceptsInputMethod);
 }
 
 QString visibleText(const QQuickItem *item)
@@ -132,7 +133,8 @@ QString labelInLayout(const QQuickItem *item, const QList<QQuickItem *> &sibling
         if (const QString text = visibleText(before); !text.isEmpty())
             return text;
     }
-    const QQuickItem *const after = isMark(item) && !inColumn ? firstThatTakesSpace(self + 1, siblings.cend()) : nullptr;
+    const QQuickItem *const after = isMark(item) && !inColumn ? firstThatTakesSpace(self + 1, siblings.cend())
+                                                              : nullptr;
     return fits(after) ? visibleText(after) : QString();
 }
 

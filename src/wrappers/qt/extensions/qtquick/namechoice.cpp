@@ -14,8 +14,8 @@ namespace {
 // In order of preference. What isn't a property of the item is computed, but for
 // the first three: a label of the item's own is as good as a title.
 constexpr const char *OwnKeys[] = {"text", "title", "label"};
-constexpr const char *FurtherKeys[] = {"accessibleName", "iconName", "iconFile", "toolTip",
-                                       "placeholderText", "source", "label"};
+constexpr const char *FurtherKeys[] = {"accessibleName",  "iconName", "iconFile", "toolTip",
+                                       "placeholderText", "source",   "label"};
 
 // Names grow by a step with each; and a scene may be nested without end.
 constexpr int mostSteps = 4;
@@ -70,7 +70,7 @@ struct NameChooser::Subject
     int depth;
     QPointer<QQuickItem> item;
     std::optional<ViewEntry> entry{};
-    qsizetype scope = -1; ///< the position below which it is looked for at least; -1 for the window
+    qsizetype scope = -1;      ///< the position below which it is looked for at least; -1 for the window
     bool isScopeFixed = false; ///< an extension has named it
     Range range{};             ///< what lies in the scope
     QList<Candidate> candidates{};
@@ -154,8 +154,9 @@ QList<NameChooser::Candidate> NameChooser::candidatesOf(qsizetype position, bool
         add(idKey, declaredId(item), false);
     for (const char *key : OwnKeys) {
         QString text;
-        const bool isTheUsers = item && qstrcmp(key, "text") == 0 && isTextOfUser(item);
-        if (item && !isTheUsers && readOwnText(item, key, &text))
+        if (!item || !readOwnText(item, key, &text) || !item)
+            continue;
+        if (qstrcmp(key, "text") != 0 || !isTextOfUser(item))
             add(QString::fromLatin1(key), text, false);
     }
     for (const char *key : FurtherKeys) {
@@ -299,8 +300,7 @@ bool NameChooser::isGoodContainer(qsizetype position, int depth)
     return item && choice.isUnique && !isInternal(item) && (!choice.texts.isEmpty() || isTelling(item));
 }
 
-NameChoice NameChooser::choiceOf(const Subject &subject, const QMap<QString, QString> &texts,
-                                 qsizetype container) const
+NameChoice NameChooser::choiceOf(const Subject &subject, const QMap<QString, QString> &texts, qsizetype container) const
 {
     const bool isAtWindow = container < 0 || subject.isScopeFixed;
     return {texts, isAtWindow ? QPointer<QQuickItem>() : m_census.itemAt(container), true};

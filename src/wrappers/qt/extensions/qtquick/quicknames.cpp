@@ -32,8 +32,8 @@ void setFirstReadableText(ObjectName *name, const QPointer<QQuickItem> &item)
         QString text;
         if (!item)
             return;
-        const bool isTheUsers = qstrcmp(key, "text") == 0 && isTextOfUser(item);
-        if (!item || isTheUsers || !readOwnText(item, key, &text) || !isFitForName(text))
+        const bool isText = qstrcmp(key, "text") == 0;
+        if (!readOwnText(item, key, &text) || !isFitForName(text) || !item || (isText && isTextOfUser(item)))
             continue;
         setText(name, QString::fromLatin1(key), text);
         return;

@@ -93,9 +93,8 @@ bool SceneCensus::isOnlyOneWith(qsizetype position, const QMap<QString, QString>
     Positions common = ofType(m_entries[static_cast<std::size_t>(position)].type);
     for (auto text = texts.cbegin(); text != texts.cend(); ++text) {
         const Positions &holders = holdersOf(m_entries[static_cast<std::size_t>(position)].type, text.key(), *text);
-        common.removeIf([&holders](qsizetype other) {
-            return !std::binary_search(holders.cbegin(), holders.cend(), other);
-        });
+        common.removeIf(
+            [&holders](qsizetype other) { return !std::binary_search(holders.cbegin(), holders.cend(), other); });
     }
     return isAlone(position, common, range);
 }

@@ -76,14 +76,15 @@ TEST_F(NameChoices, SayWhatIsSaidAboutAnItemElsewhere)
 
 TEST_F(NameChoices, TakeLabelsFromWhereAUserReadsThem)
 {
-    show("property Item a: grid.children[1]; property Item b: grid.children[3]\n"
-         "property Item c: column.children[1]; property Item d: box.children[1]\n"
-         "property Item f: marks.children[0]\n"
-         "GridLayout { id: grid; columns: 2\n"
-         "Label { text: 'Name:' } TextField {} Label { text: 'Street:' } TextField {} }\n"
-         "Column { id: column; y: 150; Text { text: 'Volume' } Slider {} }\n"
-         "Rectangle { id: box; y: 250; width: 50; height: 20; Text { text: 'OK' } MouseArea { anchors.fill: parent } }\n"
-         "Row { id: marks; y: 300; CheckBox {} Text { text: 'Agree' } }");
+    show(
+        "property Item a: grid.children[1]; property Item b: grid.children[3]\n"
+        "property Item c: column.children[1]; property Item d: box.children[1]\n"
+        "property Item f: marks.children[0]\n"
+        "GridLayout { id: grid; columns: 2\n"
+        "Label { text: 'Name:' } TextField {} Label { text: 'Street:' } TextField {} }\n"
+        "Column { id: column; y: 150; Text { text: 'Volume' } Slider {} }\n"
+        "Rectangle { id: box; y: 250; width: 50; height: 20; Text { text: 'OK' } MouseArea { anchors.fill: parent } }\n"
+        "Row { id: marks; y: 300; CheckBox {} Text { text: 'Agree' } }");
     EXPECT_EQ(nameOf("a"), name("GridLayout#grid TextField[label=\"Name:\"]"));
     EXPECT_EQ(nameOf("b"), name("GridLayout#grid TextField[label=\"Street:\"]"));
     EXPECT_EQ(nameOf("c"), name("Column#column Slider[label=\"Volume\"]"));
