@@ -84,6 +84,31 @@ QString callText(const QString &name, const ObjectList &arguments)
     return QStringLiteral("%1(%2)").arg(name, types.join(QLatin1String(", ")));
 }
 
+/// What is missing behind \p arguments, if these are the beginning of what
+/// \p signature takes; nothing otherwise.
+QStringList missingArguments(const ObjectList &arguments, const Signature &signature)
+{
+    const QList<Argument> &places = signature.arguments();
+    const auto given = static_cast<qsizetype>(arguments.size());
+    QStringList missing;
+    for (qsizetype i = 0; i < places.size(); ++i) {
+        if (i < given && !misfit(arguments.at(static_cast<std::size_t>(i)), places.at(i)))
+            return {};
+        if (i >= given)
+            missing.append(places.at(i).name());
+    }
+    return missing;
+}
+
+/// What is missing, as the end of a sentence.
+QString missingText(const QStringList &missing, const QString &before)
+{
+    if (missing == QStringList(QStringLiteral("button")) && before == QLatin1String("y"))
+        return QStringLiteral(": coordinates need a button");
+    const QString verb = missing.size() == 1 ? QStringLiteral("is") : QStringLiteral("are");
+    return QStringLiteral(": %1 %2 missing").arg(missing.join(QLatin1String(", ")), verb);
+}
+
 class VoidResult final : public Object
 {
 public:
@@ -165,14 +190,24 @@ SharedPtr<Object> Inspector::callGlobalMethod(const QString &name, const ObjectL
 QString Inspector::describeMismatch(const QString &name, const ObjectList &arguments) const
 {
     QStringList overloads;
+    QStringList missing;
+    QString last; // the place of the last argument that is given
     for (const GlobalMethod *method : m_globalClass.methods()) {
-        if (method->name() == name)
-            overloads.append(signatureText(*method));
+        if (method->name() != name)
+            continue;
+        overloads.append(signatureText(*method));
+        const QStringList own = missingArguments(arguments, method->signature());
+        if (!own.isEmpty() && (missing.isEmpty() || own.size() < missing.size())) {
+            missing = own;
+            const qsizetype given = method->signature().arguments().size() - own.size();
+            last = given > 0 ? method->signature().arguments().at(given - 1).name() : QString();
+        }
     }
     if (overloads.isEmpty())
         return QStringLiteral("There is no function named %1").arg(name);
-    return QStringLiteral("No overload fits the call %1. There are: %2")
-        .arg(callText(name, arguments), overloads.join(QLatin1String("; ")));
+    return QStringLiteral("No overload fits the call %1%2. There are: %3")
+        .arg(callText(name, arguments), missing.isEmpty() ? QString() : missingText(missing, last),
+             overloads.join(QLatin1String("; ")));
 }
 
 SharedPtr<Object> Inspector::createInteger(int value) const
