@@ -54,6 +54,9 @@ public:
     /// isn't found either, those that come closest to the container. None for a
     /// text that is no name.
     QList<LookupCandidate> closestObjects(const QString &name, qsizetype limit) const;
+    /// Which step of \p name, as text, says no occurrence and fits several objects
+    /// now, how many, and the first \p limit of them.
+    Ambiguity ambiguity(const QString &name, qsizetype limit) const { return m_lookup.ambiguity(name, limit); }
     /// Makes \p finder look for what is below objects of \p containerClass and
     /// the classes below it, in place of any earlier one.
     void registerFinder(const Class *containerClass, ObjectFinder finder);

@@ -19,6 +19,8 @@ const QString occurrenceKey = QStringLiteral("occurrence");
 constexpr std::size_t mostCompared = 500;
 constexpr qsizetype comparedLength = 60;
 
+const QString visibleKey = QStringLiteral("visible");
+
 struct Rated
 {
     SharedPtr<Object> object;
@@ -54,6 +56,13 @@ PropertyDifference differenceIn(const NameGenerator &generator, const SharedPtr<
     QString text;
     const bool isThere = generator.propertyText(object, key, &text);
     return {key, expectedText(value), isThere ? quoted(text) : QStringLiteral("no such property")};
+}
+
+/// What is only hidden is most likely what is meant.
+std::pair<qsizetype, qsizetype> rankOf(const Rated &rated)
+{
+    const bool isOnlyHidden = rated.mismatched.size() == 1 && rated.mismatched.first() == visibleKey;
+    return {isOnlyHidden ? 0 : rated.mismatched.size() + 1, isOnlyHidden ? 0 : rated.distance};
 }
 
 /// How many letters have to be put in, taken out or replaced.
@@ -121,15 +130,13 @@ QList<LookupCandidate> closestCandidates(const NameGenerator &generator, const O
                                          const ObjectName::Properties &properties, qsizetype limit)
 {
     std::vector<Rated> rated = rate(generator, objects, properties);
-    std::stable_sort(rated.begin(), rated.end(), [](const Rated &one, const Rated &other) {
-        return one.mismatched.size() < other.mismatched.size();
-    });
+    std::stable_sort(rated.begin(), rated.end(),
+                     [](const Rated &one, const Rated &other) { return rankOf(one) < rankOf(other); });
     rated.resize(std::min(rated.size(), mostCompared));
     for (Rated &entry : rated)
         entry.distance = distanceOf(generator, entry, properties);
-    std::stable_sort(rated.begin(), rated.end(), [](const Rated &one, const Rated &other) {
-        return std::pair(one.mismatched.size(), one.distance) < std::pair(other.mismatched.size(), other.distance);
-    });
+    std::stable_sort(rated.begin(), rated.end(),
+                     [](const Rated &one, const Rated &other) { return rankOf(one) < rankOf(other); });
 
     QList<LookupCandidate> candidates;
     for (const Rated &entry : rated) {
@@ -139,6 +146,11 @@ QList<LookupCandidate> closestCandidates(const NameGenerator &generator, const O
             candidates.append({entry.object, differencesOf(generator, entry, properties)});
     }
     return candidates;
+}
+
+bool isOnlyHidden(const LookupCandidate &candidate)
+{
+    return candidate.differences.size() == 1 && candidate.differences.first().key == visibleKey;
 }
 
 ObjectList objectsBelow(const SharedPtr<Object> &container)

@@ -6,13 +6,58 @@
 #include "wrappers/qt/objectnamecache.h"
 #include "wrappers/qt/wrapping.h"
 
+#include <QtCore/QSet>
 #include <QtCore/QStringList>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 
+#include <algorithm>
+#include <utility>
+
 namespace Vantle::QtWrapper {
 
 namespace {
+
+const QString occurrenceKey = QStringLiteral("occurrence");
+
+// Beyond this nobody wants to know how many there are exactly.
+constexpr qsizetype mostCounted = 1000;
+
+void setOccurrence(ObjectName *name, int occurrence)
+{
+    name->setProperty(occurrenceKey,
+                      PropertyValue(QString::number(occurrence), PropertyValue::Equals, PropertyValue::Text));
+}
+
+/// The windows of the program, those that show ahead of the others: what is
+/// called without its window is what a user sees.
+ObjectList windowsShownFirst()
+{
+    QWindowList windows = QGuiApplication::topLevelWindows();
+    std::stable_partition(windows.begin(), windows.end(), [](const QWindow *window) { return window->isVisible(); });
+    ObjectList objects;
+    for (QWindow *window : std::as_const(windows))
+        objects.push_back(wrapAndRegisterQObject(window));
+    return objects;
+}
+
+QString quotedName(const SharedPtr<Object> &object)
+{
+    return QLatin1Char('"') + object->scriptName() + QLatin1Char('"');
+}
+
+/// The name of the window that \p object, an item, is in; it is the first step of
+/// the object's own.
+QString quotedWindow(const SharedPtr<Object> &object)
+{
+    ObjectName name(object->scriptName());
+    for (;;) {
+        const QString container = name.property(QStringLiteral("container")).stringValue();
+        if (container.isEmpty())
+            return QLatin1Char('"') + name.qualifiedName() + QLatin1Char('"');
+        name = ObjectName(container);
+    }
+}
 
 // What the closest candidate fails on, as the end of a sentence.
 QString differenceText(const QList<QString> &mismatched)
@@ -90,13 +135,48 @@ QList<LookupCandidate> ObjectLookup::closest(const QString &text, qsizetype limi
         return {};
     const QString containerName = name.property(QStringLiteral("container")).stringValue();
     if (containerName.isEmpty())
-        return closestCandidates(*m_generator, topLevelObjects(), name.properties(), limit);
+        return closestBelow({}, name.properties(), limit);
     QString unwanted;
     const SharedPtr<Object> container = find(containerName, &unwanted);
     if (!container)
         return closest(containerName, limit);
     name.removeProperty(QStringLiteral("container"));
-    return closestCandidates(*m_generator, objectsBelow(container), name.properties(), limit);
+    return closestBelow(container, name.properties(), limit);
+}
+
+/// A null \p container stands for the whole program.
+QList<LookupCandidate> ObjectLookup::closestBelow(const SharedPtr<Object> &container,
+                                                  const ObjectName::Properties &properties, qsizetype limit) const
+{
+    ObjectList inside = container ? objectsBelow(container) : topLevelObjects();
+    ObjectList elsewhere;
+    const ObjectList windows = windowsShownFirst();
+    for (const SharedPtr<Object> &window : windows) {
+        const ObjectList below = objectsBelow(window);
+        ObjectList &list = container ? elsewhere : inside;
+        for (const SharedPtr<Object> &object : below)
+            list.push_back(object);
+    }
+    QList<LookupCandidate> candidates = closestCandidates(*m_generator, inside, properties, limit);
+    if (elsewhere.isEmpty() || properties.contains(occurrenceKey))
+        return candidates;
+    QSet<const QObject *> insiders;
+    for (const SharedPtr<Object> &object : inside)
+        insiders.insert(nativeQObject(object));
+    // What fits wholly but lies somewhere else comes behind what is only hidden.
+    qsizetype place = 0;
+    while (place < candidates.size() && isOnlyHidden(candidates.at(place)))
+        ++place;
+    for (const SharedPtr<Object> &object : elsewhere) {
+        if (object->isNull() || insiders.contains(nativeQObject(object))
+            || !m_generator->mismatchedProperties(object, properties).isEmpty())
+            continue;
+        candidates.insert(place,
+                          {object, {{QStringLiteral("container"), quotedName(container), quotedWindow(object)}}});
+        break;
+    }
+    candidates.resize(std::min(candidates.size(), limit));
+    return candidates;
 }
 
 SharedPtr<Object> ObjectLookup::findNamed(const ObjectName &name, QString *problem) const
@@ -125,7 +205,7 @@ SharedPtr<Object> ObjectLookup::findTopLevel(const ObjectName &name, QString *pr
     const ObjectList objects = topLevelObjects();
     int remaining = name.occurrenceValue();
     QList<QString> closest = name.properties().keys();
-    closest.removeOne(QStringLiteral("occurrence"));
+    closest.removeOne(occurrenceKey);
     for (const SharedPtr<Object> &object : objects) {
         if (object->isNull())
             continue;
@@ -135,16 +215,73 @@ SharedPtr<Object> ObjectLookup::findTopLevel(const ObjectName &name, QString *pr
         if (mismatched.size() < closest.size())
             closest = mismatched;
     }
-    *problem = QStringLiteral("there is no window %1%2").arg(name.qualifiedName(), differenceText(closest));
+    if (const SharedPtr<Object> object = findInWindows(name, &remaining, &closest))
+        return object;
+    *problem = QStringLiteral("there is no window %1, and nothing of that name in any window%2")
+                   .arg(name.qualifiedName(), differenceText(closest));
     return {};
+}
+
+/// The first step of \p name is no window: what it means may be in any of them.
+SharedPtr<Object> ObjectLookup::findInWindows(const ObjectName &name, int *remaining, QList<QString> *closest) const
+{
+    const ObjectList windows = windowsShownFirst();
+    for (const SharedPtr<Object> &window : windows) {
+        const ObjectFinder finder = finderFor(window);
+        QObject *const native = nativeQObject(window);
+        if (!finder || !native)
+            continue;
+        // Occurrences count on from one window to the next.
+        ObjectName own = name;
+        int count = 0;
+        SharedPtr<Object> object;
+        do {
+            QList<QString> mismatched;
+            setOccurrence(&own, ++count);
+            object = window->isNull() ? SharedPtr<Object>() : finder(native, own, mismatched);
+            if (object && --*remaining == 0)
+                return object;
+            if (!object && count == 1 && !mismatched.isEmpty() && mismatched.size() < closest->size())
+                *closest = mismatched;
+        } while (object);
+    }
+    return {};
+}
+
+/// How many objects the steps of a name fit that says no occurrence.
+Ambiguity ObjectLookup::ambiguity(const QString &text, qsizetype limit) const
+{
+    const ObjectName name = m_names->expanded(ObjectName(text));
+    if (name.isEmpty() || !unknownAlias(name).isEmpty())
+        return {};
+    const QString containerName = name.property(QStringLiteral("container")).stringValue();
+    if (!containerName.isEmpty()) {
+        const Ambiguity ofContainer = ambiguity(containerName, limit);
+        if (!ofContainer.step.isEmpty())
+            return ofContainer;
+    }
+    if (name.properties().contains(occurrenceKey))
+        return {};
+    Ambiguity result;
+    for (ObjectName one = name;;) {
+        QString unwanted;
+        setOccurrence(&one, static_cast<int>(result.count) + 1);
+        const SharedPtr<Object> object = findNamed(one, &unwanted);
+        if (!object || result.count == mostCounted)
+            break;
+        ++result.count;
+        if (static_cast<qsizetype>(result.objects.size()) < limit)
+            result.objects.push_back(object);
+    }
+    if (result.count > 1)
+        result.step = name.qualifiedName();
+    return result;
 }
 
 SharedPtr<Object> ObjectLookup::findBelow(const SharedPtr<Object> &container, const ObjectName &name,
                                           QString *problem) const
 {
-    ObjectFinder finder;
-    for (const Class *type = container->objectClass(); type && !finder; type = type->super())
-        finder = m_finders.value(type);
+    const ObjectFinder finder = finderFor(container);
     if (!finder) {
         *problem = QStringLiteral("nothing can be found, as it is a %1").arg(container->className());
         return {};
@@ -155,6 +292,14 @@ SharedPtr<Object> ObjectLookup::findBelow(const SharedPtr<Object> &container, co
     if (!object)
         *problem = QStringLiteral("there is no %1%2").arg(name.qualifiedName(), differenceText(mismatched));
     return object;
+}
+
+ObjectFinder ObjectLookup::finderFor(const SharedPtr<Object> &container) const
+{
+    ObjectFinder finder;
+    for (const Class *type = container->objectClass(); type && !finder; type = type->super())
+        finder = m_finders.value(type);
+    return finder;
 }
 
 } // namespace Vantle::QtWrapper

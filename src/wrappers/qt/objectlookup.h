@@ -31,8 +31,18 @@ using ObjectLister = std::function<ObjectList()>;
 using ObjectFinder =
     std::function<SharedPtr<Object>(QObject *container, const ObjectName &name, QList<QString> &mismatched)>;
 
+/// What a name fits that leaves open which of several objects it means.
+struct Ambiguity
+{
+    QString step; ///< the step of the name that fits several, as text; empty if none does
+    qsizetype count = 0;
+    ObjectList objects; ///< the first of them
+};
+
 /// Finds objects by the text of their names: windows by itself, what is below
 /// a container through the finder that is registered for the container's class.
+/// What has no container and is no window is looked for in all windows, those
+/// that show first, and then in order of creation.
 ///
 /// Belongs to the thread that owns the user interface.
 class VANTLEQTWRAPPER_EXPORT ObjectLookup
@@ -51,12 +61,18 @@ public:
     /// The object that \p text denotes; a null pointer if it denotes nothing,
     /// and then \p problem, which must not be null, says why.
     SharedPtr<Object> find(const QString &text, QString *problem) const;
+    /// See Application::ambiguity().
+    Ambiguity ambiguity(const QString &text, qsizetype limit) const;
     /// See Application::closestObjects().
     QList<LookupCandidate> closest(const QString &text, qsizetype limit) const;
 
 private:
     SharedPtr<Object> findNamed(const ObjectName &name, QString *problem) const;
     SharedPtr<Object> findTopLevel(const ObjectName &name, QString *problem) const;
+    SharedPtr<Object> findInWindows(const ObjectName &name, int *remaining, QList<QString> *closest) const;
+    QList<LookupCandidate> closestBelow(const SharedPtr<Object> &container, const ObjectName::Properties &properties,
+                                        qsizetype limit) const;
+    ObjectFinder finderFor(const SharedPtr<Object> &container) const;
     SharedPtr<Object> findBelow(const SharedPtr<Object> &container, const ObjectName &name, QString *problem) const;
 
     const NameGenerator *m_generator;

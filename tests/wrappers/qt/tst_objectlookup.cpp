@@ -106,6 +106,39 @@ TEST_F(ObjectLookups, ContainersAreLookedUpFromTheOutside)
     EXPECT_EQ(asked, (QStringList{text("Thing"), text("Thing#inner")}));
 }
 
+TEST_F(ObjectLookups, WhatIsNoWindowIsLookedForInAllOfThem)
+{
+    registerThing();
+    EXPECT_EQ(find("Thing"), nullptr);
+    QWindow first;
+    QWindow second;
+    EXPECT_EQ(find("Thing"), &first);
+    EXPECT_EQ(find("Thing Thing#inner"), &first);
+    EXPECT_EQ(find("Other"), nullptr);
+    EXPECT_EQ(find("QWindow"), &first);
+    asked.clear();
+    find("QWindow");
+    EXPECT_TRUE(asked.isEmpty()) << "windows come first";
+}
+
+TEST_F(ObjectLookups, ANameIsAmbiguousThatFitsSeveralAndSaysNoOccurrence)
+{
+    QWindow first;
+    QWindow second;
+    QWindow third;
+    third.setTitle(text("x"));
+    const Ambiguity several = application.ambiguity(text("QWindow"), 2);
+    EXPECT_EQ(several.step, text("QWindow"));
+    EXPECT_EQ(several.count, 3);
+    ASSERT_EQ(several.objects.size(), 2U);
+    EXPECT_EQ(nativeQObject(several.objects.at(0)), &first);
+    EXPECT_EQ(nativeQObject(several.objects.at(1)), &second);
+    for (const char *name :
+         {"QWindow:nth(2)", "QWindow[title=\"x\"]", "QWindow[title=\"y\"]", "QWindow [", "", "@alias"})
+        EXPECT_EQ(application.ambiguity(text(name), 2).step, QString()) << name;
+    EXPECT_EQ(application.ambiguity(text("QWindow Thing"), 2).step, text("QWindow")) << "ahead of the last step";
+}
+
 TEST_F(ObjectLookups, AliasesStandForNames)
 {
     registerThing();
@@ -132,7 +165,9 @@ TEST_F(ObjectLookups, ProblemsAreToldInWords)
     EXPECT_EQ(find("Button:nth(0)"), nullptr);
     EXPECT_TRUE(problem.startsWith(text("Button:nth(0) is no name: column 12: "))) << qPrintable(problem);
     EXPECT_EQ(find("QWindow[title=\"y\"]"), nullptr);
-    EXPECT_EQ(problem, text("there is no window QWindow[title=\"y\"]; the closest one differs in title"));
+    EXPECT_EQ(problem,
+              text("there is no window QWindow[title=\"y\"], and nothing of that name in any window; the closest "
+                   "one differs in title"));
     EXPECT_EQ(find("QWindow Button"), nullptr);
     EXPECT_EQ(problem, text("below QWindow there is no Button; the closest one differs in text, type"));
     EXPECT_EQ(find("QWindow Thing"), &window);
