@@ -103,7 +103,7 @@ void Agent::beginWork(const Protocol::HelloResult &settings)
     m_host = std::make_unique<Host>(settings, m_connection.get(), QFileInfo(m_invitation.socket).absolutePath());
     m_commands = std::make_unique<Commands>(m_host.get(), m_connection.get());
     if (settings.record)
-        m_session = std::make_unique<RecordingSession>(m_host.get(), m_connection.get());
+        m_session = std::make_unique<RecordingSession>(m_host.get(), m_connection.get(), settings.digests);
 }
 
 void Agent::stopRecording()

@@ -7,7 +7,9 @@
 #include "agent/objectproperties.h"
 #include "agent/objecttree.h"
 #include "agent/pictures.h"
+#include "agent/scenedigest.h"
 #include "agent/scriptcall.h"
+#include "agent/snapshot.h"
 #include "agent/valueencoding.h"
 #include "protocol/fieldreader.h"
 #include "protocol/messages.h"
@@ -18,6 +20,7 @@
 #include <QtCore/QBuffer>
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
+#include <QtCore/private/qthread_p.h>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 
@@ -43,6 +46,13 @@ bool isAnyWindowShown()
     const QWindowList windows = QGuiApplication::topLevelWindows();
     return std::any_of(windows.cbegin(), windows.cend(),
                        [](const QWindow *window) { return window->isVisible() && window->isExposed(); });
+}
+
+/// Whether the program has told its event loops to end. Its exit code is set
+/// then, and a second exit would put another one in its place.
+bool isQuitting()
+{
+    return QThreadData::get2(QThread::currentThread())->quitNow;
 }
 
 Protocol::Reply failure(int code, const QString &message)
@@ -98,7 +108,7 @@ std::chrono::milliseconds limitIn(FieldReader *reader, std::chrono::milliseconds
 Commands::Commands(Host *host, Protocol::Connection *connection)
     : m_host(host)
     , m_connection(connection)
-    , m_finder(&host->application(), &m_handles)
+    , m_finder(&host->application(), &m_handles, host->isStrict())
 {
     registerWaiting(Method::find, &Commands::find);
     registerImmediate(Method::properties, &Commands::properties);
@@ -107,6 +117,8 @@ Commands::Commands(Host *host, Protocol::Connection *connection)
     registerImmediate(Method::children, &Commands::children);
     registerImmediate(Method::describe, &Commands::describe);
     registerImmediate(Method::tree, &Commands::tree);
+    registerImmediate(Method::digest, &Commands::digest);
+    registerImmediate(Method::snapshot, &Commands::snapshot);
     registerImmediate(Method::functions, &Commands::functions);
     registerWaiting(Method::call, &Commands::call);
     registerImmediate(Method::grab, &Commands::grab);
@@ -292,6 +304,16 @@ Commands::Outcome Commands::tree(const QJsonObject &)
     return success({{QStringLiteral("windows"), arrayOf(objectTree(&m_host->application()))}});
 }
 
+Commands::Outcome Commands::digest(const QJsonObject &)
+{
+    return success(digestOfScene().toJson());
+}
+
+Commands::Outcome Commands::snapshot(const QJsonObject &)
+{
+    return success(snapshotOf(&m_host->application()));
+}
+
 Commands::Outcome Commands::functions(const QJsonObject &)
 {
     return success({{QStringLiteral("functions"), arrayOf(allFunctions())}});
@@ -414,6 +436,10 @@ void Commands::settle(const QJsonObject &params, const Responder &responder)
 
 void Commands::quit(const QJsonObject &, const Responder &responder)
 {
+    if (isQuitting()) {
+        responder.fail(Protocol::ProgramEnds, QStringLiteral("the program is ending by itself"));
+        return;
+    }
     responder.respond();
     m_connection->waitForSent(farewellLimit);
     QCoreApplication::exit(0);

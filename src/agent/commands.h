@@ -42,6 +42,8 @@ private:
     Outcome children(const QJsonObject &params);
     Outcome describe(const QJsonObject &params);
     Outcome tree(const QJsonObject &params);
+    Outcome digest(const QJsonObject &params);
+    Outcome snapshot(const QJsonObject &params);
     Outcome functions(const QJsonObject &params);
     Outcome grab(const QJsonObject &params);
     Outcome release(const QJsonObject &params);

@@ -50,6 +50,7 @@ void LogForwarder::warning(const std::string &message)
 Host::Host(const Protocol::HelloResult &settings, Protocol::Connection *connection, const QString &scratch)
     : m_log(connection)
     , m_application(configFrom(settings))
+    , m_isStrict(settings.strict)
 {
     QtQuickCommon::setLogger(&m_log);
     QtWrapper::setupQtQuick();

@@ -42,6 +42,9 @@ public:
 
     QtWrapper::Application &application() { return m_application; }
 
+    /// Whether a name has to mean one object only.
+    bool isStrict() const { return m_isStrict; }
+
 private:
     Q_DISABLE_COPY_MOVE(Host)
 
@@ -51,6 +54,7 @@ private:
     LogForwarder m_log;
     QtWrapper::Application m_application;
     std::unique_ptr<ExtensionPath> m_extensionPath;
+    const bool m_isStrict;
 };
 
 } // namespace Vantle::Agent

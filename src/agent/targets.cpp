@@ -23,6 +23,16 @@ Protocol::Candidate toMessage(const QtWrapper::LookupCandidate &candidate)
     return message;
 }
 
+/// Why \p closest is not what was looked for, if that is all that is the matter.
+QString reasonFrom(const QtWrapper::LookupCandidate &closest, const QString &otherwise)
+{
+    if (QtWrapper::isOnlyHidden(closest))
+        return QStringLiteral("it is there, but not visible");
+    if (closest.differences.size() == 1 && closest.differences.first().key == QLatin1String("container"))
+        return QStringLiteral("it is in another window, %1").arg(closest.differences.first().found);
+    return otherwise;
+}
+
 } // namespace
 
 Target Target::readFrom(Protocol::FieldReader *reader)
@@ -55,12 +65,35 @@ SharedPtr<Object> TargetFinder::look(const Target &target) const
 {
     const SharedPtr<Object> object = target.handle != 0 ? m_handles->objectFor(target.handle)
                                                         : m_application->objectForName(target.name);
-    return object && !object->isNull() ? object : SharedPtr<Object>();
+    if (!object || object->isNull())
+        return {};
+    const bool isAmbiguous = m_strict && target.handle == 0 && !m_application->ambiguity(target.name, 0).step.isEmpty();
+    return isAmbiguous ? SharedPtr<Object>() : object;
 }
 
 bool TargetFinder::mayAppear(const Target &target)
 {
     return target.handle == 0 && !ObjectName(target.name).isEmpty();
+}
+
+/// The error for a name that fits several objects.
+std::optional<Protocol::Error> TargetFinder::ambiguityIn(const Target &target) const
+{
+    const QtWrapper::Ambiguity ambiguity = m_application->ambiguity(target.name, mostCandidates);
+    if (ambiguity.step.isEmpty())
+        return std::nullopt;
+    Protocol::NotFound data;
+    data.lookedFor = target.name;
+    data.reason = QStringLiteral("%1 fits %2 objects").arg(ambiguity.step).arg(ambiguity.count);
+    QStringList names;
+    for (const SharedPtr<Object> &object : ambiguity.objects) {
+        data.candidates.append({object->scriptName(), object->className(), {}});
+        names.append(data.candidates.last().name);
+    }
+    const QString more = ambiguity.count > names.size() ? QStringLiteral(", …") : QString();
+    return Protocol::Error{Protocol::AmbiguousName,
+                           QStringLiteral("%1; they are %2%3").arg(data.reason, names.join(QLatin1String(", ")), more),
+                           data.toJson()};
 }
 
 Protocol::Error TargetFinder::failure(const Target &target) const
@@ -71,12 +104,16 @@ Protocol::Error TargetFinder::failure(const Target &target) const
                     ? QStringLiteral("the object with the handle %1 is gone").arg(target.handle)
                     : QStringLiteral("there is no handle %1").arg(target.handle)};
     }
+    if (const auto ambiguity = m_strict ? ambiguityIn(target) : std::nullopt)
+        return *ambiguity;
     Protocol::NotFound data;
     data.lookedFor = target.name;
     m_application->objectForName(target.name, &data.reason);
     const QList<QtWrapper::LookupCandidate> candidates = m_application->closestObjects(target.name, mostCandidates);
     for (const QtWrapper::LookupCandidate &candidate : candidates)
         data.candidates.append(toMessage(candidate));
+    if (!candidates.isEmpty())
+        data.reason = reasonFrom(candidates.first(), data.reason);
     return {Protocol::ObjectNotFound, QStringLiteral("cannot find %1: %2").arg(target.name, data.reason),
             data.toJson()};
 }

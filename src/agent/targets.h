@@ -42,10 +42,12 @@ struct Found
 class TargetFinder
 {
 public:
-    /// Both must outlive the finder.
-    TargetFinder(const QtWrapper::Application *application, const ObjectHandles *handles)
+    /// Both must outlive the finder. If \p strict, a name that leaves open which of
+    /// several objects it means finds none.
+    TargetFinder(const QtWrapper::Application *application, const ObjectHandles *handles, bool strict = false)
         : m_application(application)
         , m_handles(handles)
+        , m_strict(strict)
     {
     }
 
@@ -60,8 +62,11 @@ public:
     Protocol::Error failure(const Target &target) const;
 
 private:
+    std::optional<Protocol::Error> ambiguityIn(const Target &target) const;
+
     const QtWrapper::Application *m_application;
     const ObjectHandles *m_handles;
+    bool m_strict;
 };
 
 } // namespace Vantle::Agent

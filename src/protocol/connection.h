@@ -38,6 +38,9 @@ enum ErrorCode : int {
     ObjectGone = -32013,
     /// The program has come to its end before all that was asked for was done.
     ProgramEnds = -32014,
+    /// A name leaves open which of several objects it means; the data is a NotFound
+    /// with these as candidates.
+    AmbiguousName = -32015,
 };
 
 struct Error

@@ -60,6 +60,8 @@ QJsonObject HelloResult::toJson() const
         json.insert(QStringLiteral("namesFile"), namesFile);
     if (digests)
         json.insert(QStringLiteral("digests"), true);
+    if (strict)
+        json.insert(QStringLiteral("strict"), true);
     return json;
 }
 
@@ -75,6 +77,7 @@ std::optional<HelloResult> HelloResult::fromJson(const QJsonObject &json, QStrin
     if (reader.has("namesFile"))
         result.namesFile = reader.string("namesFile");
     result.digests = reader.boolean("digests", false);
+    result.strict = reader.boolean("strict", false);
     return reader.finish(result, error);
 }
 

@@ -40,6 +40,7 @@ inline constexpr QLatin1String invoke("invoke");
 inline constexpr QLatin1String children("children");
 inline constexpr QLatin1String describe("describe");
 inline constexpr QLatin1String tree("tree");
+inline constexpr QLatin1String snapshot("snapshot");
 inline constexpr QLatin1String functions("functions");
 inline constexpr QLatin1String call("call");
 inline constexpr QLatin1String grab("grab");
@@ -73,6 +74,7 @@ struct HelloResult
     QStringList extensionDirectories; ///< further ones, asked in this order
     QString namesFile;                ///< path of the file with the aliases; empty if there is none
     bool digests = false;             ///< send a digest of what there is with each statement
+    bool strict = false;              ///< a name that fits several objects is an error
 
     QJsonObject toJson() const;
     static std::optional<HelloResult> fromJson(const QJsonObject &json, QString *error = nullptr);

@@ -258,6 +258,32 @@ TEST_F(FormCommands, GrabTakesAPictureOfTheWindowOrAnItem)
     EXPECT_EQ(failureOf("grab", json(R"({"name": "Window#form"})")).code, Protocol::FunctionFailed);
 }
 
+TEST_F(CommandScene, QuittingLeavesTheExitCodeOfAProgramThatEndsByItself)
+{
+    std::shared_ptr<std::optional<Reply>> reply;
+    QMetaObject::invokeMethod(
+        qApp,
+        [&] {
+            QCoreApplication::exit(7);
+            reply = post("quit");
+            EXPECT_TRUE(waitUntil([&] { return reply->has_value(); }));
+        },
+        Qt::QueuedConnection);
+    EXPECT_EQ(QCoreApplication::exec(), 7);
+    ASSERT_TRUE(reply && reply->has_value() && (*reply)->isError());
+    EXPECT_EQ((*reply)->error->code, Protocol::ProgramEnds);
+}
+
+TEST_F(CommandScene, QuittingEndsTheEventLoop)
+{
+    std::shared_ptr<std::optional<Reply>> reply;
+    QMetaObject::invokeMethod(
+        qApp, [&] { reply = post("quit"); }, Qt::QueuedConnection);
+    EXPECT_EQ(QCoreApplication::exec(), 0);
+    EXPECT_TRUE(waitUntil([&] { return reply->has_value(); }));
+    EXPECT_FALSE((*reply)->isError());
+}
+
 TEST_F(CommandScene, AProgramWithoutWindowsHasNothingToShow)
 {
     EXPECT_TRUE(ask("tree").value(QStringLiteral("windows")).toArray().isEmpty());

@@ -223,6 +223,18 @@ TEST_F(ScriptCalls, ThatEndTheProgramHalfwayHaveFailed)
     EXPECT_TRUE((*reply)->isError());
 }
 
+TEST_F(ScriptCalls, SayWhatTheirArgumentsLack)
+{
+    const auto message = [this](const QJsonArray &arguments) {
+        return failureOf("call", request("mouseClick", arguments)).message;
+    };
+    const QString button = QStringLiteral("WindowQmlImpl#form #ok");
+    EXPECT_TRUE(message({button, 5, 5}).contains(QStringLiteral(": coordinates need a button. There are: ")))
+        << qPrintable(message({button, 5, 5}));
+    EXPECT_TRUE(message({}).contains(QStringLiteral(": objectName is missing."))) << qPrintable(message({}));
+    EXPECT_TRUE(message({button, 5, QStringLiteral("a"), 1}).contains(QStringLiteral("). There are: ")));
+}
+
 TEST_F(ScriptCalls, SayThatThereIsNoObject)
 {
     const QJsonValue nothing;

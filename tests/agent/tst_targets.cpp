@@ -188,3 +188,154 @@ TEST_F(CommandScene, ANamesFileThatCannotBeReadIsReportedAndThenIgnored)
     ASSERT_EQ(logged.size(), 1);
     EXPECT_TRUE(logged.first().contains(QStringLiteral("/nowhere/names.json"))) << qPrintable(logged.first());
 }
+
+TEST_F(FormCommands, AnItemIsFoundWithoutItsWindow)
+{
+    EXPECT_EQ(handleOf("Rectangle#save"), handleOf("WindowQmlImpl#form Rectangle#save"));
+    EXPECT_EQ(handleOf("Rectangle:nth(2)"), handleOf("WindowQmlImpl#form #twin"));
+    EXPECT_EQ(handleOf("Rectangle#save [objectName=\"label\"]"), handleOf("WindowQmlImpl#form [objectName=\"label\"]"));
+    const Protocol::Error error = failureOf("find", json(R"({"name": "Rectangle#nowhere"})"));
+    EXPECT_EQ(error.code, Protocol::ObjectNotFound);
+    EXPECT_TRUE(error.message.contains(QStringLiteral("nothing of that name in any window")))
+        << qPrintable(error.message);
+}
+
+TEST_F(CommandScene, OccurrencesCountOnThroughTheWindowsThatShowFirst)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: first; width: 100; height: 100
+            Rectangle { objectName: "a" }
+            property Window second: Window {
+                id: second; width: 100; height: 100; visible: true
+                Rectangle { objectName: "b" }
+                Rectangle { objectName: "c" }
+            }
+        })qml");
+    const auto nameOf = [this](const char *name) {
+        const QJsonObject found = ask("properties",
+                                      {{QStringLiteral("name"), QString::fromUtf8(name)},
+                                       {QStringLiteral("names"), QJsonArray{QStringLiteral("objectName")}}});
+        return found.value(QStringLiteral("properties")).toObject().value(QStringLiteral("objectName")).toString();
+    };
+    EXPECT_EQ(nameOf("Rectangle"), QStringLiteral("b"));
+    EXPECT_EQ(nameOf("Rectangle:nth(2)"), QStringLiteral("c"));
+    EXPECT_EQ(nameOf("Rectangle:nth(3)"), QStringLiteral("a"));
+    EXPECT_EQ(failureOf("find", json(R"-({"name": "Rectangle:nth(4)"})-")).code, Protocol::ObjectNotFound);
+}
+
+TEST_F(CommandScene, WhatIsHiddenComesFirstAndThenWhatIsInAnotherWindow)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            id: first; width: 100; height: 100; visible: true
+            Rectangle { id: ok; visible: false }
+            Rectangle { id: oh }
+            property Window second: Window {
+                id: second; width: 100; height: 100; visible: true
+                Rectangle { id: ok }
+                Rectangle { id: far }
+            }
+        })qml");
+    const auto failure = [this](const char *name) {
+        return failureOf("find", {{QStringLiteral("name"), QString::fromUtf8(name)}});
+    };
+    const Protocol::Error hidden = failure("WindowQmlImpl#first Rectangle#ok:visible");
+    const auto data = Protocol::NotFound::fromJson(hidden.data.toObject());
+    ASSERT_TRUE(data && data->candidates.size() >= 2);
+    EXPECT_EQ(data->reason, QStringLiteral("it is there, but not visible"));
+    EXPECT_EQ(data->candidates.at(0).differences.first().key, QStringLiteral("visible"));
+    EXPECT_TRUE(data->candidates.at(1).name.contains(QStringLiteral("#second")))
+        << qPrintable(data->candidates.at(1).name);
+    EXPECT_EQ(data->candidates.at(1).differences.first().key, QStringLiteral("container"));
+    const Protocol::Error elsewhere = failure("WindowQmlImpl#first Rectangle#far:visible");
+    EXPECT_TRUE(elsewhere.message.contains(QStringLiteral("it is in another window, ")))
+        << qPrintable(elsewhere.message);
+}
+
+TEST_F(FormCommands, StrictNamesHaveToFitOneObjectOnly)
+{
+    Protocol::HelloResult settings;
+    settings.strict = true;
+    startAgent(settings);
+    const Protocol::Error error = failureOf("find", json(R"({"name": "WindowQmlImpl#form Rectangle"})"));
+    EXPECT_EQ(error.code, Protocol::AmbiguousName);
+    EXPECT_TRUE(error.message.contains(QStringLiteral("Rectangle fits 4 objects"))) << qPrintable(error.message);
+    const auto data = Protocol::NotFound::fromJson(error.data.toObject());
+    ASSERT_TRUE(data);
+    EXPECT_EQ(data->candidates.size(), 4);
+    for (const Protocol::Candidate &candidate : data->candidates)
+        EXPECT_NE(handleOf(qPrintable(candidate.name)), 0) << qPrintable(candidate.name);
+    handleOf("WindowQmlImpl#form Rectangle:nth(3)");
+    handleOf("WindowQmlImpl#form Rectangle#save");
+    // Also where it is only the way to the object.
+    EXPECT_EQ(failureOf("find", json(R"({"name": "Rectangle [objectName=\"label\"]"})")).code, Protocol::AmbiguousName);
+    EXPECT_EQ(failureOf("call", json(R"({"function": "mouseClick", "timeout": 0,
+                                         "arguments": ["WindowQmlImpl#form Rectangle"]})"))
+                  .code,
+              Protocol::AmbiguousName);
+}
+
+TEST_F(FormCommands, DigestsAreEqualAsLongAsTheSameIsShown)
+{
+    const auto digest = [this] { return ask("digest").value(QStringLiteral("value")).toString(); };
+    const QString first = digest();
+    EXPECT_FALSE(first.isEmpty());
+    EXPECT_EQ(digest(), first);
+    find("save")->setX(30);
+    find("save")->setOpacity(0.5);
+    EXPECT_EQ(digest(), first);
+    find("label")->setProperty("text", QStringLiteral("Saved"));
+    const QString changed = digest();
+    EXPECT_NE(changed, first);
+    find("label")->setProperty("text", QStringLiteral("Save"));
+    EXPECT_EQ(digest(), first);
+    find("hidden")->setVisible(true);
+    EXPECT_NE(digest(), first);
+    find("hidden")->setVisible(false);
+    find("save")->setEnabled(false);
+    EXPECT_NE(digest(), first);
+}
+
+TEST_F(FormCommands, ASnapshotHoldsObjectsValuesAndPictures)
+{
+    const QJsonObject result = ask("snapshot");
+    QHash<QString, QJsonObject> values;
+    const QJsonArray objects = result.value(QStringLiteral("objects")).toArray();
+    for (const QJsonValue &object : objects) {
+        values.insert(object.toObject().value(QStringLiteral("name")).toString(),
+                      object.toObject().value(QStringLiteral("values")).toObject());
+    }
+    const QJsonObject save = values.value(
+        QStringLiteral("WindowQmlImpl#form Rectangle#save[objectName=\"save\"]:visible"));
+    EXPECT_EQ(save.value(QStringLiteral("text")).toString(), QStringLiteral("Save"));
+    EXPECT_EQ(save.value(QStringLiteral("width")).toString(), QStringLiteral("100"));
+    EXPECT_EQ(save.value(QStringLiteral("enabled")).toString(), QStringLiteral("true"));
+    const QJsonObject window = values.value(QStringLiteral("WindowQmlImpl#form"));
+    EXPECT_EQ(window.value(QStringLiteral("title")).toString(), QStringLiteral("Form"));
+    EXPECT_EQ(window.value(QStringLiteral("tint")).toString(), QStringLiteral("#80ff0000"));
+    EXPECT_FALSE(window.contains(QStringLiteral("x")));
+    EXPECT_FALSE(window.contains(QStringLiteral("active")));
+    const QJsonArray windows = result.value(QStringLiteral("windows")).toArray();
+    ASSERT_EQ(windows.size(), 1);
+    EXPECT_FALSE(windows.first().toObject().value(QStringLiteral("png")).toString().isEmpty());
+    EXPECT_EQ(result.value(QStringLiteral("digest")).toObject(), ask("digest"));
+}
+
+TEST_F(CommandScene, ASnapshotHoldsNoSecret)
+{
+    load(R"qml(
+        import QtQuick
+        Window {
+            width: 100; height: 100; visible: true
+            TextInput { text: "s3cret"; echoMode: TextInput.Password }
+            TextInput { text: "hidden2"; echoMode: TextInput.NoEcho }
+            TextInput { text: "plain" }
+        })qml");
+    const QByteArray text = QJsonDocument(ask("snapshot")).toJson();
+    EXPECT_TRUE(text.contains("plain"));
+    EXPECT_FALSE(text.contains("s3cret"));
+    EXPECT_FALSE(text.contains("hidden2"));
+}

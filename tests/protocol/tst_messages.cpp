@@ -80,6 +80,7 @@ TEST(HelloResult, survivesTheWayThroughJson)
                            {QStringLiteral("QQuickButton"), QStringLiteral("Tile")},
                            {QStringLiteral("/a"), QStringLiteral("/b c")},
                            QStringLiteral("names.json"),
+                           true,
                            true};
     const auto result = HelloResult::fromJson(sent.toJson());
     ASSERT_TRUE(result);
@@ -89,6 +90,7 @@ TEST(HelloResult, survivesTheWayThroughJson)
     EXPECT_EQ(result->extensionDirectories, sent.extensionDirectories);
     EXPECT_EQ(result->namesFile, sent.namesFile);
     EXPECT_TRUE(result->digests);
+    EXPECT_TRUE(result->strict);
 }
 
 TEST(HelloResult, mayComeFromAToolThatKnowsNothingOfExtensionsAndNames)
@@ -99,6 +101,7 @@ TEST(HelloResult, mayComeFromAToolThatKnowsNothingOfExtensionsAndNames)
     EXPECT_TRUE(result->extensionDirectories.isEmpty());
     EXPECT_TRUE(result->namesFile.isEmpty());
     EXPECT_FALSE(result->digests);
+    EXPECT_FALSE(result->strict);
 }
 
 TEST(HelloResult, refusesExtensionsAndNamesOfAWrongType)

@@ -7,10 +7,14 @@
 
 namespace Vantle::Agent {
 
-RecordingSession::RecordingSession(Host *host, Protocol::Connection *connection) : m_host(host)
+RecordingSession::RecordingSession(Host *host, Protocol::Connection *connection, bool digests) : m_host(host)
 {
-    m_host->application().setStatementHandler([connection](const EventData &statement) {
+    if (digests)
+        m_digests = std::make_unique<DigestReporter>(connection);
+    m_host->application().setStatementHandler([this, connection](const EventData &statement) {
         connection->notify(Protocol::Method::statement, toMessage(statement).toJson());
+        if (m_digests)
+            m_digests->statementSent();
     });
     m_watcher.start();
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "agent/digestreporter.h"
 #include "agent/recording/eventwatcher.h"
+
+#include <memory>
 
 namespace Vantle::Protocol {
 class Connection;
@@ -15,14 +18,16 @@ class Host;
 class RecordingSession
 {
 public:
-    /// Both must outlive the session.
-    RecordingSession(Host *host, Protocol::Connection *connection);
+    /// Both must outlive the session. With \p digests the tool learns what there
+    /// is behind each statement, too.
+    RecordingSession(Host *host, Protocol::Connection *connection, bool digests = false);
     ~RecordingSession();
 
 private:
     Q_DISABLE_COPY_MOVE(RecordingSession)
 
     Host *m_host;
+    std::unique_ptr<DigestReporter> m_digests; ///< null without
     EventWatcher m_watcher;
 };
 
