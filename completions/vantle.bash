@@ -65,14 +65,14 @@ _vantle_options()
 {
     case $1 in
     record)
-        echo -o --output --without-coordinates --tree --keep-running --start-timeout --debug-compression --extensions \
-            --names -h --help --
+        echo -o --output --without-coordinates --tree --verify --fresh-settings --keep-running --start-timeout \
+            --debug-compression --extensions --names -h --help --
         ;;
     inspect)
         echo --name --functions --check-names --json --timeout --start-timeout --extensions --names -h --help --
         ;;
     replay)
-        echo --timeout --start-timeout --junit --report --update-images --record --tree --workers --offscreen \
+        echo --timeout --start-timeout --junit --report --update-images --record --tree --workers --strict --offscreen \
             --share-display --fresh-settings --extensions --names -h --help --
         ;;
     doctor)

@@ -26,6 +26,13 @@ QString diagnosisOfMaps(const QByteArray &maps)
     return QString();
 }
 
+QString crashAtStartText(const QString &program, const QString &signal)
+{
+    return QStringLiteral("\"%1\" crashed while it was starting: it ended with %2 before the agent reported. Start it "
+                          "without vantle: if it crashes there, too, the program itself is at fault.")
+        .arg(program, signal);
+}
+
 QString likelyCauses(const QString &plugin)
 {
     return QStringLiteral("Likely causes:\n"

@@ -4,6 +4,7 @@
 #include "tool/console.h"
 #include "tool/exitcode.h"
 #include "tool/programoptions.h"
+#include "tool/verify/verification.h"
 
 namespace Vantle::Tool {
 
@@ -13,6 +14,8 @@ const QString outputOption = QStringLiteral("output");
 const QString debugOption = QStringLiteral("debug-compression");
 const QString withoutCoordinatesOption = QStringLiteral("without-coordinates");
 const QString treeOption = QStringLiteral("tree");
+const QString verifyOption = QStringLiteral("verify");
+const QString freshSettingsOption = QStringLiteral("fresh-settings");
 const QString keepRunningOption = QStringLiteral("keep-running");
 
 constexpr int highestDebugLevel = 2;
@@ -30,6 +33,13 @@ QList<Option> options()
         {QChar(), treeOption, QStringLiteral("FILE"),
          QStringLiteral("Write the objects that are there when the recording is\n"
                         "ended to FILE, like \"vantle inspect --json\".")},
+        {QChar(), verifyOption, QString(),
+         QStringLiteral("When the recording ends, replay the script in a fresh\n"
+                        "instance of the program, and say whether that came back\n"
+                        "to the same state, or what differs.")},
+        {QChar(), freshSettingsOption, QString(),
+         QStringLiteral("Give the program settings directories of its own, which\n"
+                        "are empty and go away.")},
         {QChar(), keepRunningOption, QString(),
          QStringLiteral("Leave the program running when the recording is ended.")},
         startTimeoutOption(),
@@ -40,6 +50,15 @@ QList<Option> options()
     return own + agentOptions();
 }
 
+/// How the script of such a recording is replayed.
+Replay::ReplayOptions replayOptions(const RecordOptions &options)
+{
+    Replay::ReplayOptions result;
+    result.launch = options.launch;
+    result.freshSettings = options.freshSettings;
+    return result;
+}
+
 int runRecord(const Arguments &arguments)
 {
     QString error;
@@ -48,8 +67,23 @@ int runRecord(const Arguments &arguments)
         Console::say(error);
         return Failed;
     }
-    RecordSession session(*parsed, Installation::own());
-    return session.run();
+    std::optional<Verify::Evidence> evidence;
+    int code = Failed;
+    {
+        // Nothing of the recorded program is to be left when the other starts.
+        RecordSession session(*parsed, Installation::own());
+        code = session.run();
+        evidence = session.evidence();
+    }
+    const bool wasRecorded = code == Success || code == ProgramCrashed;
+    if (!parsed->verify || !wasRecorded)
+        return code;
+    if (!evidence) {
+        Console::say(QStringLiteral("could not verify: nobody knows in which state the recording ended"));
+        return Failed;
+    }
+    const int verified = Verify::Verification(*evidence, replayOptions(*parsed), Installation::own()).run();
+    return code == Success ? verified : code;
 }
 
 } // namespace
@@ -64,11 +98,16 @@ Command recordCommand()
         "Starts PROGRAM and writes each click, drag, key and gesture as a statement of\n"
         "a script, until the program ends or Ctrl-C is pressed. The script goes to\n"
         "standard output, and to a file with -o. Without -o, what the program itself\n"
-        "prints goes to standard error.");
+        "prints goes to standard error.\n"
+        "\n"
+        "Exit codes: 0 it was recorded, 1 with --verify: the replay did not come back to\n"
+        "the recorded state, 2 the program crashed, 3 something could not be begun,\n"
+        "written or verified.");
     command.options = options();
     command.examples = {
         QStringLiteral("vantle record -- pentobi"),
         QStringLiteral("vantle record -o login.js -- ./notes --new"),
+        QStringLiteral("vantle record --verify -o login.js -- ./notes --new"),
         QStringLiteral("vantle record --without-coordinates QQuickAbstractButton -o t.js -- ./notes"),
     };
     command.takesProgram = true;
@@ -81,6 +120,12 @@ std::optional<RecordOptions> recordOptions(const Arguments &arguments, QString *
     RecordOptions result;
     result.launch.words = arguments.programWords();
     result.keepRunning = arguments.has(keepRunningOption);
+    result.verify = arguments.has(verifyOption);
+    result.freshSettings = arguments.has(freshSettingsOption);
+    if (result.verify && result.keepRunning) {
+        *error = QStringLiteral("\"--verify\" and \"--keep-running\" exclude each other");
+        return std::nullopt;
+    }
     result.launch.settings.classesWithoutCoordinates = arguments.values(withoutCoordinatesOption);
     result.file = arguments.value(outputOption);
     if (arguments.has(outputOption) && result.file.isEmpty()) {

@@ -4,7 +4,10 @@
 #include "tool/agentdiagnosis.h"
 #include "tool/console.h"
 #include "tool/exitcode.h"
+#include "tool/freshsettings.h"
 #include "tool/signalnames.h"
+#include "tool/statementtext.h"
+#include "tool/stringliteral.h"
 #include "tool/treefile.h"
 
 #include <QtCore/QCoreApplication>
@@ -22,10 +25,16 @@ namespace {
 
 constexpr std::chrono::seconds stopLimit(3);
 
-LaunchOptions launchOptions(const RecordOptions &options)
+// What moves has moved in this time.
+constexpr std::chrono::milliseconds snapshotInterval(300);
+
+LaunchOptions launchOptions(const RecordOptions &options, const QTemporaryDir &settings)
 {
     LaunchOptions launch = options.launch;
     launch.settings.record = true;
+    launch.settings.digests = options.verify;
+    if (options.freshSettings)
+        launch.environment.insert(freshSettings(settings.path()));
     launch.standardOutputToError = options.file.isEmpty();
     return launch;
 }
@@ -62,12 +71,14 @@ int RecordSession::run()
     }
     // From the loop, since leaving it has to be possible at once.
     QMetaObject::invokeMethod(this, &RecordSession::startProgram, Qt::QueuedConnection);
-    return QCoreApplication::exec();
+    const int code = QCoreApplication::exec();
+    gatherEvidence();
+    return code;
 }
 
 void RecordSession::startProgram()
 {
-    m_program.start(launchOptions(m_options));
+    m_program.start(launchOptions(m_options, m_settings));
 }
 
 void RecordSession::beginRecording()
@@ -77,6 +88,9 @@ void RecordSession::beginRecording()
     m_state = State::Recording;
     Protocol::Connection *agent = m_program.connection();
     agent->onNotification(Protocol::Method::statement, [this](const QJsonObject &params) { takeStatement(params); });
+    agent->onNotification(Protocol::Method::comment, [this](const QJsonObject &params) { takeComment(params); });
+    agent->onNotification(Protocol::Method::pending, [this](const QJsonObject &params) { takePending(params); });
+    agent->onNotification(Protocol::Method::digest, [this](const QJsonObject &params) { takeDigest(params); });
     agent->onNotification(Protocol::Method::log, [this](const QJsonObject &params) { takeLog(params); });
     connect(agent, &Protocol::Connection::protocolError, this,
             [](const QString &reason) { Console::say(QStringLiteral("lost the agent: %1").arg(reason)); });
@@ -96,12 +110,68 @@ void RecordSession::takeStatement(const QJsonObject &params)
 {
     QString error;
     const auto statement = Statement::fromJson(params, &error);
-    if (!statement)
+    m_pending.clear();
+    if (statement)
+        addStatement(*statement);
+    else
         Console::say(QStringLiteral("a statement of the agent was not understood: %1").arg(error));
-    else if (!m_script.add(*statement))
-        Console::say(QStringLiteral("a statement calls \"%1\", which is no function's name").arg(statement->function));
+}
+
+void RecordSession::addStatement(const Statement &statement)
+{
+    if (m_script.add(statement))
+        m_statements.append({m_script.lineCount(), *statementText(statement), {}});
+    else
+        Console::say(QStringLiteral("a statement calls \"%1\", which is no function's name").arg(statement.function));
     scheduleSynchronisation();
     reportWriteFailure();
+}
+
+void RecordSession::takeDigest(const QJsonObject &params)
+{
+    const auto digest = Protocol::Digest::fromJson(params);
+    if (digest && !m_statements.isEmpty())
+        m_statements.last().digests.append(digest->value);
+}
+
+void RecordSession::takeComment(const QJsonObject &params)
+{
+    QString error;
+    const auto comment = Protocol::Comment::fromJson(params, &error);
+    if (!comment) {
+        Console::say(QStringLiteral("a comment of the agent was not understood: %1").arg(error));
+        return;
+    }
+    m_script.addComment(comment->text);
+    // The script itself is on the terminal if it goes to no file, yet that
+    // may be a pipe.
+    Console::say(QStringLiteral("not recorded: %1").arg(plainLines(comment->text).join(QLatin1String("; "))));
+    scheduleSynchronisation();
+    reportWriteFailure();
+}
+
+void RecordSession::takePending(const QJsonObject &params)
+{
+    QString error;
+    const auto pending = Protocol::Pending::fromJson(params, &error);
+    if (pending)
+        m_pending = pending->statements;
+    else
+        Console::say(QStringLiteral("what is pending was not understood: %1").arg(error));
+}
+
+/// The last actions in a program that has come to its end, or to a standstill,
+/// ahead of its last words. One that ends properly has sent them as statements.
+void RecordSession::addPending()
+{
+    const QList<Statement> statements = std::exchange(m_pending, {});
+    for (const Statement &statement : statements)
+        addStatement(statement);
+    if (statements.size() == 1)
+        m_script.addComment(QStringLiteral("This was still under way when the program ended."));
+    else if (!statements.isEmpty())
+        m_script.addComment(
+            QStringLiteral("These %1 were still under way when the program ended.").arg(statements.size()));
 }
 
 void RecordSession::scheduleSynchronisation()
@@ -168,10 +238,10 @@ void RecordSession::stopRecording()
         if (reply.isError())
             Console::say(
                 QStringLiteral("the agent could not end the recording properly: %1").arg(reply.error->message));
-        if (m_options.treeFile.isEmpty())
-            recordingStopped();
-        else
+        if (!m_options.treeFile.isEmpty())
             saveTree();
+        else
+            takeSnapshots();
     });
 }
 
@@ -180,9 +250,13 @@ void RecordSession::stopOverdue()
     const auto limit = [](std::chrono::milliseconds time) { return Console::seconds(time.count()); };
     if (m_isSavingTree)
         giveTreeUp(QStringLiteral("the program did not tell its objects within %1").arg(limit(treeLimit)));
+    else if (m_isTakingSnapshot)
+        Console::say(QStringLiteral("the program did not tell what there is within %1").arg(limit(treeLimit)));
     else
         Console::say(QStringLiteral("the program did not answer within %1; the last statements may be missing")
                          .arg(limit(stopLimit)));
+    if (!m_isSavingTree && !m_isTakingSnapshot)
+        addPending();
     recordingStopped();
 }
 
@@ -209,14 +283,66 @@ void RecordSession::saveTree()
             Console::say(problem);
             failWith(Failed);
         }
-        recordingStopped();
+        takeSnapshots();
     });
+}
+
+/// The state that a replay has to come to, once it has settled; and again after a
+/// moment, since what has changed then does so by itself.
+void RecordSession::takeSnapshots()
+{
+    m_isSavingTree = false;
+    if (!m_options.verify) {
+        recordingStopped();
+        return;
+    }
+    m_isTakingSnapshot = true;
+    m_stopTimer.start(treeLimit);
+    askForSnapshot([this](const QJsonObject &first) {
+        m_snapshot = first;
+        QTimer::singleShot(snapshotInterval, this, [this] {
+            askForSnapshot([this](const QJsonObject &second) {
+                m_laterSnapshot = second;
+                recordingStopped();
+            });
+        });
+    });
+}
+
+void RecordSession::askForSnapshot(const std::function<void(const QJsonObject &)> &take)
+{
+    // When the program ends meanwhile, programEnded() says how.
+    const auto isOver = [this](const Reply &reply) {
+        const bool hasEnded = reply.isError() && reply.error->code == Protocol::Disconnected;
+        return m_state != State::Stopping || !m_stopTimer.isActive() || hasEnded || !m_program.connection();
+    };
+    if (!m_program.connection())
+        return;
+    m_program.connection()->sendRequest(Protocol::Method::settle, {}, [this, isOver, take](const Reply &settled) {
+        if (isOver(settled))
+            return;
+        m_program.connection()->sendRequest(Protocol::Method::snapshot, {}, [isOver, take](const Reply &reply) {
+            if (isOver(reply))
+                return;
+            if (reply.isError())
+                Console::say(QStringLiteral("the agent could not tell what there is: %1").arg(reply.error->message));
+            take(reply.result.toObject());
+        });
+    });
+}
+
+/// Nothing if the recording did not come to a proper end.
+void RecordSession::gatherEvidence()
+{
+    if (m_began && (m_ownEnd || !m_snapshot.isEmpty()))
+        m_evidence = Verify::Evidence{m_script.text(), m_statements, m_snapshot, m_laterSnapshot, m_ownEnd};
 }
 
 void RecordSession::recordingStopped()
 {
     m_stopTimer.stop();
     m_isSavingTree = false;
+    m_isTakingSnapshot = false;
     m_state = State::Ending;
     m_script.end(QStringLiteral("The recording was stopped."));
     reportWriteFailure();
@@ -239,6 +365,8 @@ void RecordSession::giveUp(const QString &reason)
 void RecordSession::programEnded(const ProgramEnd &end)
 {
     m_stopTimer.stop();
+    if (!end.requested)
+        m_ownEnd = end;
     if (m_began)
         reportEndOfRecording(end);
     else if (m_state == State::Starting)
@@ -250,14 +378,21 @@ void RecordSession::programEnded(const ProgramEnd &end)
 
 void RecordSession::reportEndBeforeRecording(const ProgramEnd &end)
 {
-    const QString how = end.crashed ? signalText(end.number) : QStringLiteral("exit code %1").arg(end.number);
-    Console::say(QStringLiteral("\"%1\" ended with %2 before the agent reported. %3")
-                     .arg(m_options.launch.words.first(), how, likelyCauses(m_installation.plugin)));
+    const QString program = m_options.launch.words.first();
+    if (end.crashed)
+        Console::say(crashAtStartText(program, signalText(end.number)));
+    else
+        Console::say(QStringLiteral("\"%1\" ended with exit code %2 before the agent reported. %3")
+                         .arg(program)
+                         .arg(end.number)
+                         .arg(likelyCauses(m_installation.plugin)));
     failWith(end.crashed ? ProgramCrashed : Failed);
 }
 
 void RecordSession::reportEndOfRecording(const ProgramEnd &end)
 {
+    if (!end.requested)
+        addPending();
     if (end.crashed) {
         const QString how = QStringLiteral("The program ended with %1; everything recorded up to then is above.");
         m_script.end(how.arg(signalText(end.number)));

@@ -37,6 +37,15 @@ bool ScriptWriter::add(const Protocol::Statement &statement)
     return true;
 }
 
+void ScriptWriter::addComment(const QString &text)
+{
+    if (!m_begun)
+        return;
+    const QStringList lines = plainLines(text);
+    for (const QString &line : lines)
+        writeLine(QStringLiteral("// ") + line);
+}
+
 void ScriptWriter::end(const QString &remark)
 {
     if (!m_begun)
@@ -54,6 +63,8 @@ void ScriptWriter::synchronise()
 
 void ScriptWriter::writeLine(const QString &line)
 {
+    m_text += line + QLatin1Char('\n');
+    ++m_lineCount;
     const bool printed = !m_prints || Console::print(line + QLatin1Char('\n'));
     if (m_file && !m_file->append(line))
         noteError(m_file->errorString());

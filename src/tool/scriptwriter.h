@@ -31,11 +31,18 @@ public:
     /// Writes one statement. False if the statement makes no line of a script.
     bool add(const Protocol::Statement &statement);
 
+    /// Writes a remark as comment lines, at the place where the script is.
+    void addComment(const QString &text);
+
     /// Writes how the recording ended; nothing if it did not begin.
     void end(const QString &remark);
 
     /// Puts the file on the disk. One call will do for several statements.
     void synchronise();
+
+    /// All lines that were written, and how many these are.
+    QString text() const { return m_text; }
+    int lineCount() const { return m_lineCount; }
 
     bool hasFile() const { return m_file != nullptr; }
 
@@ -52,6 +59,8 @@ private:
 
     std::unique_ptr<ScriptFile> m_file;
     QString m_error;
+    QString m_text;
+    int m_lineCount = 0;
     int m_count = 0;
     bool m_begun = false;
     bool m_prints = true;

@@ -15,10 +15,8 @@ bool isReadable(char32_t character)
     case QChar::Other_PrivateUse:
     case QChar::Other_NotAssigned:
     case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return false;
-    default:
-        return true;
+    case QChar::Separator_Paragraph: return false;
+    default: return true;
     }
 }
 
@@ -68,6 +66,21 @@ QString plainOrQuoted(const QString &word)
     };
     const bool isPlain = !word.isEmpty() && std::all_of(word.cbegin(), word.cend(), isHarmless);
     return isPlain ? word : stringLiteral(word);
+}
+
+QStringList plainLines(const QString &text)
+{
+    QStringList lines;
+    const QStringList own = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (QString line : own) {
+        for (QChar &c : line) {
+            if (c.category() == QChar::Other_Control || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+                c = QLatin1Char(' ');
+        }
+        if (!line.trimmed().isEmpty())
+            lines.append(line.trimmed());
+    }
+    return lines;
 }
 
 } // namespace Vantle::Tool

@@ -12,7 +12,7 @@ from pathlib import Path
 
 import pentobidemo
 import pentobisession
-from vantlesystem import VANTLE, Recording
+from vantlesystem import LIMIT, VANTLE, Recording
 
 def say(text):
     print(f"demo: {text}", flush=True)
@@ -51,7 +51,10 @@ def record(directory, program, play, options=()):
     """Records what play() does; gives the script."""
     with Recording(program, options=options) as recording:
         play(recording)
-        status = recording.interrupt()
+        # With --verify that takes a whole replay.
+        status = recording.interrupt(5 * LIMIT)
+        verdict = [line for line in recording.messages().splitlines() if re.match("vantle: (  |came back|did not)", line)]
+        print("\n".join(verdict), flush=True)
         if status != 0:
             raise SystemExit(f"demo: vantle record ended with {status}:\n{recording.messages()}")
         script = recording.text()
@@ -77,8 +80,9 @@ def show_pentobi(directory):
         front = pentobidemo.play(recording, window, say)
         front.save_picture(directory / "recorded.png")
 
-    say(f"vantle record -- {pentobisession.PROGRAM}")
-    script = record(directory, pentobisession.program(), play, ["--tree", directory / "recorded.json"])
+    say(f"vantle record --verify -- {pentobisession.PROGRAM}")
+    options = ["--verify", "--fresh-settings", "--tree", directory / "recorded.json"]
+    script = record(directory, pentobisession.program(), play, options)
     script += "test.compareImage('HelpWindow', 'recorded.png', {tolerance: 8, pixels: 200});\n"
     options = ["--report", directory / "report.html", "--tree", directory / "replayed.json"]
     passed = replay(directory, script, pentobisession.program(), options)

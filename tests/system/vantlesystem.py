@@ -151,10 +151,10 @@ class Recording:
         ).stdout.split()
         return int(children[0]) if children else None
 
-    def interrupt(self):
+    def interrupt(self, limit=LIMIT):
         """Ctrl-C; gives the exit code."""
         self.process.send_signal(signal.SIGINT)
-        return self.process.wait(LIMIT)
+        return self.process.wait(limit)
 
 
 def find_program(name):

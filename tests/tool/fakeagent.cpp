@@ -6,6 +6,11 @@
 //   refused             as hello, but expects to be refused, and goes on
 //   statement:NAME      sends the statement NAME("object")
 //   bad-statement       sends a statement that lacks its fields
+//   comment:TEXT        sends a comment
+//   digest:TEXT         sends a digest
+//   starts:FILE         adds a letter to FILE, and from then on tells the number of
+//                       its letters as the value of an object in each snapshot
+//   pending:N,N,...     sends the statements N("object") as pending; none if empty
 //   function:NAME       sends a statement with NAME as it is
 //   flood:N             sends N statements type("object", "0"), "1", ...
 //   log:LEVEL:TEXT      sends a line for the log
@@ -46,6 +51,7 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QHash>
+#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSaveFile>
 #include <QtCore/QTimer>
@@ -144,8 +150,10 @@ void FakeAgent::sayHello(bool expectRefusal)
         runUntil([&] { return !m_connection->isOpen(); });
     else if (!HelloResult::fromJson(answer->result.toObject()))
         std::_Exit(95);
-    std::printf("settings %s\n", answer->isError() ? qPrintable(answer->error->message)
-        : QJsonDocument(answer->result.toObject()).toJson(QJsonDocument::Compact).constData());
+    std::printf("settings %s\n",
+                answer->isError()
+                    ? qPrintable(answer->error->message)
+                    : QJsonDocument(answer->result.toObject()).toJson(QJsonDocument::Compact).constData());
     std::fflush(stdout);
 }
 
@@ -207,8 +215,8 @@ bool FakeAgent::playAtRequest(const QString &action, const QString &value)
         m_handlers[method] = [json](const QJsonObject &, const Responder &responder) { responder.respond(json); };
     } else if (action == QLatin1String("error")) {
         m_handlers[method] = [json](const QJsonObject &, const Responder &responder) {
-            responder.fail(json.value(QStringLiteral("code")).toInt(),
-                           json.value(QStringLiteral("message")).toString(), json.value(QStringLiteral("data")));
+            responder.fail(json.value(QStringLiteral("code")).toInt(), json.value(QStringLiteral("message")).toString(),
+                           json.value(QStringLiteral("data")));
         };
     } else if (action == QLatin1String("late")) {
         const int delay = value.section(QLatin1Char(':'), 1).toInt();
@@ -253,14 +261,38 @@ void FakeAgent::play(const QString &action)
         sendStatement(value);
     } else if (is("bad-statement")) {
         m_connection->notify(Method::statement, {{QStringLiteral("function"), 7}});
+    } else if (is("comment")) {
+        m_connection->notify(Method::comment, Comment{value, QStringLiteral("12:00:00.000")}.toJson());
+    } else if (is("digest")) {
+        m_connection->notify(Method::digest, Digest{value, 1}.toJson());
+    } else if (is("starts")) {
+        QFile file(value);
+        if (!file.open(QIODevice::Append) || file.write("x") != 1)
+            std::_Exit(98);
+        file.close();
+        const QString number = QString::number(file.size());
+        m_handlers[Method::snapshot] = [number](const QJsonObject &, const Responder &responder) {
+            const QJsonObject object{{QStringLiteral("name"), QStringLiteral("Main")},
+                                     {QStringLiteral("class"), QStringLiteral("Main")},
+                                     {QStringLiteral("values"), QJsonObject{{QStringLiteral("start"), number}}}};
+            responder.respond(QJsonObject{{QStringLiteral("objects"), QJsonArray{object}}});
+        };
+    } else if (is("pending")) {
+        Pending pending;
+        const QStringList functions = value.split(QLatin1Char(','), Qt::SkipEmptyParts);
+        for (const QString &function : functions)
+            pending.statements.append({function, QStringLiteral("object"), {}, QStringLiteral("12:00:00.000")});
+        m_connection->notify(Method::pending, pending.toJson());
+        m_connection->waitForSent(std::chrono::seconds(5));
     } else if (is("flood")) {
         for (int i = 0; i < value.toInt(); ++i)
             sendStatement(QStringLiteral("type"), QString::number(i));
         if (!m_connection->waitForSent(std::chrono::seconds(20)))
             std::_Exit(92);
     } else if (is("log")) {
-        m_connection->notify(Method::log, {{QStringLiteral("level"), value.section(QLatin1Char(':'), 0, 0)},
-                                           {QStringLiteral("message"), value.section(QLatin1Char(':'), 1)}});
+        m_connection->notify(Method::log,
+                             {{QStringLiteral("level"), value.section(QLatin1Char(':'), 0, 0)},
+                              {QStringLiteral("message"), value.section(QLatin1Char(':'), 1)}});
     } else if (is("raw") || is("half")) {
         m_socket->write(value.toUtf8() + (is("raw") ? "\n" : ""));
         m_socket->flush();

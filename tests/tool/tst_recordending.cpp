@@ -66,6 +66,63 @@ TEST_F(RecordEnding, aCrashIsNamedInTheScriptAndInTheExitCode)
     }
 }
 
+TEST_F(RecordEnding, whatWasPendingWhenTheProgramDiedIsTheEndOfTheScript)
+{
+    const QString underWay = QStringLiteral("// This was still under way when the program ended.\n");
+    const QString press = QStringLiteral("pending:mousePress");
+    for (const char *end : {"signal:11", "exit:0", "exit:3"}) {
+        ToolRun run(recordFake({hello, click, press, QLatin1String(end)}, toFile()));
+        run.exitCode();
+        EXPECT_TRUE(script().contains(clickLine + QStringLiteral("mousePress(\"object\");\n") + underWay
+                                      + QStringLiteral("// The program ended with ")))
+            << qPrintable(script());
+    }
+    ToolRun two(recordFake({hello, QStringLiteral("pending:one,two"), QStringLiteral("signal:11")}, toFile()));
+    EXPECT_EQ(two.exitCode(), 2);
+    EXPECT_TRUE(
+        script().contains(QStringLiteral("one(\"object\");\ntwo(\"object\");\n// These 2 were still under way")))
+        << qPrintable(script());
+}
+
+TEST_F(RecordEnding, whatIsPendingNoMoreIsNotWritten)
+{
+    const QString press = QStringLiteral("pending:mousePress");
+    for (const QString &after : {click, QStringLiteral("pending:")}) {
+        ToolRun run(recordFake({hello, press, after, QStringLiteral("signal:11")}, toFile()));
+        EXPECT_EQ(run.exitCode(), 2);
+        EXPECT_FALSE(script().contains(QStringLiteral("mousePress("))) << qPrintable(script());
+    }
+    ToolRun run(recordFake({hello, press, action("pid", "pid"), wait}, toFile()));
+    ASSERT_GT(program(), 0);
+    run.sendSignal(SIGINT);
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_FALSE(script().contains(QStringLiteral("mousePress("))) << qPrintable(script());
+}
+
+TEST_F(RecordEnding, whatIsPendingInAProgramThatHangsIsWritten)
+{
+    ToolRun run(recordFake({QStringLiteral("slow-stop"), hello, QStringLiteral("pending:mousePress"),
+                            action("pid", "pid"), wait},
+                           toFile()));
+    ASSERT_GT(program(), 0);
+    run.sendSignal(SIGINT);
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_TRUE(script().contains(QStringLiteral("mousePress(\"object\");\n"))) << qPrintable(script());
+}
+
+TEST_F(RecordEnding, inputThatBecameNoStatementIsACommentAndALineOnTheTerminal)
+{
+    ToolRun run(recordFake({hello, click, QStringLiteral("comment:a press\u2028on \u001bnothing\nno item took it"),
+                            click, QStringLiteral("exit:0")},
+                           toFile()));
+    EXPECT_EQ(run.exitCode(), 0);
+    EXPECT_TRUE(
+        script().contains(clickLine + QStringLiteral("// a press on  nothing\n// no item took it\n") + clickLine))
+        << qPrintable(script());
+    EXPECT_TRUE(run.errors().contains(QStringLiteral("vantle: not recorded: a press"))) << qPrintable(run.errors());
+    EXPECT_FALSE(run.errors().contains(QChar(0x1b)));
+}
+
 TEST_F(RecordEnding, aProgramThatIsKilledFromOutsideLosesNoStatement)
 {
     ToolRun run(recordFake({hello, QStringLiteral("flood:300"), action("pid", "pid"), wait}, toFile()));

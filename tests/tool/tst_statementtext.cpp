@@ -32,8 +32,7 @@ TEST(StatementText, readsLikeACall)
                                {QStringLiteral("y"), intType, 9},
                                {QStringLiteral("button"), buttonType, 1}},
                               QStringLiteral("12:00:00.000")};
-    EXPECT_EQ(statementText(statement),
-              QStringLiteral("mouseClick(\"Main ToolButton#undo\", 12, 9, Qt.LeftButton);"));
+    EXPECT_EQ(statementText(statement), QStringLiteral("mouseClick(\"Main ToolButton#undo\", 12, 9, Qt.LeftButton);"));
 }
 
 TEST(StatementText, everyTypeInOneStatement)
@@ -62,9 +61,35 @@ TEST(StatementText, nothingIsInventedForWhatIsMissing)
 
 TEST(StatementText, textsWithPlaceholdersAreLeftAlone)
 {
-    const Statement statement{
-        QStringLiteral("type"), QStringLiteral("%2"), {{QString(), stringType, QStringLiteral("%1 %2")}}, QString()};
+    const Statement statement{QStringLiteral("type"),
+                              QStringLiteral("%2"),
+                              {{QString(), stringType, QStringLiteral("%1 %2")}},
+                              QString()};
     EXPECT_EQ(statementText(statement), QStringLiteral("type(\"%2\", \"%1 %2\");"));
+}
+
+TEST(StatementText, pressesKeysAndDropsReadLikeTheOthers)
+{
+    const auto number = [](int value) { return Vantle::Protocol::StatementArgument{QString(), intType, value}; };
+    const auto words = [](const char *value) {
+        return Vantle::Protocol::StatementArgument{QString(), stringType, QString::fromUtf8(value)};
+    };
+    const Vantle::Protocol::StatementArgument left{QString(), buttonType, 1};
+    const Vantle::Protocol::StatementArgument shift{QString(), modifiersType, 0x02000000};
+    const auto line = [](const char *function, const QList<Vantle::Protocol::StatementArgument> &arguments) {
+        return statementText({QLatin1String(function), QStringLiteral("Main Item#a"), arguments, QString()});
+    };
+    EXPECT_EQ(line("mouseMove", {number(3), number(4)}), QStringLiteral("mouseMove(\"Main Item#a\", 3, 4);"));
+    EXPECT_EQ(line("mousePress", {number(3), number(4), shift, left}),
+              QStringLiteral("mousePress(\"Main Item#a\", 3, 4, Qt.ShiftModifier, Qt.LeftButton);"));
+    EXPECT_EQ(line("mouseRelease", {number(-3), number(400), left}),
+              QStringLiteral("mouseRelease(\"Main Item#a\", -3, 400, Qt.LeftButton);"));
+    EXPECT_EQ(line("keyPress", {words("<Shift>")}), QStringLiteral("keyPress(\"Main Item#a\", \"<Shift>\");"));
+    EXPECT_EQ(line("keyRelease", {words("<Shift>")}), QStringLiteral("keyRelease(\"Main Item#a\", \"<Shift>\");"));
+    EXPECT_EQ(line("dragAndDrop", {number(1), number(2), words("Main Item#b"), number(3), number(4)}),
+              QStringLiteral("dragAndDrop(\"Main Item#a\", 1, 2, \"Main Item#b\", 3, 4);"));
+    EXPECT_EQ(statementText({QStringLiteral("snooze"), QString(), {{QString(), QStringLiteral("double"), 1.25}}, {}}),
+              QStringLiteral("snooze(1.25);"));
 }
 
 TEST(StatementText, aFunctionHasToBeAPlainIdentifier)

@@ -8,7 +8,7 @@ Explanation explanationOf(const Protocol::Error &error)
 {
     Explanation result;
     const QJsonObject data = error.data.toObject();
-    if (error.code == Protocol::ObjectNotFound) {
+    if (error.code == Protocol::ObjectNotFound || error.code == Protocol::AmbiguousName) {
         if (const auto notFound = Protocol::NotFound::fromJson(data)) {
             result.lookedFor = notFound->lookedFor;
             result.reason = notFound->reason;
@@ -36,6 +36,12 @@ QStringList explanationLines(const Explanation &explanation)
     if (explanation.candidates.isEmpty())
         return lines;
     const Protocol::Candidate &closest = explanation.candidates.first();
+    // It fits several: they differ in nothing that was looked for.
+    if (closest.differences.isEmpty()) {
+        for (const Protocol::Candidate &candidate : explanation.candidates)
+            lines.append(QStringLiteral("one of:     %1 (%2)").arg(candidate.name, candidate.className));
+        return lines;
+    }
     lines.append(QStringLiteral("closest:    %1 (%2)").arg(closest.name, closest.className));
     const QStringList differences = differenceLines(closest.differences);
     for (const QString &line : differences)

@@ -47,7 +47,7 @@ QString summaryMessage(const Step &step)
 
 QString summaryHtml(const Step &step)
 {
-    const QString statement = step.source.isEmpty() ? positionText(step.position) : step.source;
+    const QString statement = step.statement().isEmpty() ? positionText(step.position) : step.statement();
     QString html = QStringLiteral("<summary><span class=\"number\">%1</span>%2<code class=\"statement\">%3</code>"
                                   "<span class=\"time\">%4</span>")
                        .arg(QString::number(step.number), signHtml(step), htmlText(statement),
@@ -99,6 +99,8 @@ QString explanationHtml(const Explanation &explanation)
 QString placesHtml(const Step &step)
 {
     QString html = QStringLiteral("<div class=\"place\">%1").arg(htmlText(positionText(step.position)));
+    if (!step.call.isEmpty())
+        html += QStringLiteral(": <code>%1</code>").arg(htmlText(step.source));
     for (const Position &caller : step.callers)
         html += QStringLiteral("<br/>called from %1").arg(htmlText(positionText(caller)));
     return html + QStringLiteral("</div>\n");

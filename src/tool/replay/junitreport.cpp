@@ -31,7 +31,7 @@ QString seconds(qint64 milliseconds)
 
 QString caseName(const Step &step)
 {
-    QString name = QStringLiteral("%1: %2").arg(step.position.line).arg(step.source.simplified());
+    QString name = QStringLiteral("%1: %2").arg(step.position.line).arg(step.statement().simplified());
     if (!step.message.isEmpty() && step.state == Step::Passed)
         name += QStringLiteral(" — ") + step.message.simplified();
     return name;

@@ -151,11 +151,32 @@
         return ask("", path, "properties", params).properties;
     }
 
+    // What a condition has read of the program, for telling why it did not hold.
+    let reads = null;
+
+    function noteRead(reference, path, value) {
+        if (!reads)
+            return;
+        const key = reference.object + "." + path;
+        reads.delete(key);
+        reads.set(key, { reference, path, value });
+    }
+
+    const mostReads = 3;
+
+    /// The last things that were read, in words.
+    function readsText(list) {
+        const last = Array.from(list.values()).slice(-mostReads);
+        return last.map(one => `${textOf(one.reference)}.${one.path} was ${shown(one.value)}`).join(", ");
+    }
+
     function read(reference, path) {
         const found = propertiesOf(reference, path)[path];
         if (isMethod(found))
             return methodOf(reference, path);
-        return found !== null && found.members ? valueWithMembers(reference, path, found) : decode(found);
+        const value = found !== null && found.members ? valueWithMembers(reference, path, found) : decode(found);
+        noteRead(reference, path, value);
+        return value;
     }
 
     function write(reference, path, value) {
@@ -284,22 +305,36 @@
 
     // Waiting
 
-    const passing = ["ObjectNotFound", "ObjectNotReady", "ObjectGone"];
+    const passing = ["ObjectNotFound", "AmbiguousName", "ObjectNotReady", "ObjectGone"];
     const longestPause = 100;
 
-    function neverTrue(time, last) {
-        const reason = last ? "; the last time: " + last.message : "";
+    function neverTrue(time, last, value, seen) {
+        const read = seen.size ? "; " + readsText(seen) : "";
+        const reason = last ? "; the last time: " + last.message : `; the last time it was ${shown(value)}${read}`;
         const error = new Error(`the condition did not come true within ${time / 1000} s${reason}`);
         error.failure = last ? last.failure : 0;
         return error;
+    }
+
+    /// Calls the condition, and keeps in `seen` what it reads.
+    function observed(condition, seen) {
+        const outer = reads;
+        reads = seen;
+        try {
+            return condition();
+        } finally {
+            reads = outer;
+        }
     }
 
     function waitUntil(condition, time) {
         const deadline = host.now() + time;
         let last = null;
         for (let pause = 5; ; pause = Math.min(2 * pause, longestPause)) {
+            const seen = new Map();
+            let value;
             try {
-                const value = condition();
+                value = observed(condition, seen);
                 if (methods.has(value))
                     throw new TypeError(methods.get(value)());
                 if (value)
@@ -313,7 +348,7 @@
             }
             const left = deadline - host.now();
             if (left <= 0)
-                throw neverTrue(time, last);
+                throw neverTrue(time, last, value, seen);
             host.pause(Math.min(pause, left));
         }
     }

@@ -50,6 +50,7 @@ QString ProgramSession::start(const LaunchOptions &options)
 {
     finish();
     drop();
+    m_crashedAtStart = false;
     m_program = std::make_unique<ProgramUnderTest>(m_installation);
     connect(m_program.get(), &ProgramUnderTest::agentReady, this, [this] {
         m_ready = true;
@@ -73,7 +74,10 @@ QString ProgramSession::start(const LaunchOptions &options)
         return QString();
 
     QString reason = m_failure;
-    if (m_end) {
+    m_crashedAtStart = m_end && m_end->crashed;
+    if (m_crashedAtStart) {
+        reason = crashAtStartText(options.words.first(), signalText(m_end->number));
+    } else if (m_end) {
         reason = QStringLiteral("\"%1\" %2 before its agent reported. %3")
                      .arg(options.words.first(), endText(), likelyCauses(m_installation.plugin));
     } else if (m_stopped) {
@@ -90,6 +94,10 @@ void ProgramSession::listen()
     agent->onNotification(Protocol::Method::statement, [this](const QJsonObject &params) {
         if (const auto statement = Statement::fromJson(params))
             Q_EMIT statementRecorded(*statement);
+    });
+    agent->onNotification(Protocol::Method::comment, [this](const QJsonObject &params) {
+        if (const auto comment = Protocol::Comment::fromJson(params))
+            Q_EMIT commentRecorded(comment->text);
     });
     agent->onNotification(Protocol::Method::log, [this](const QJsonObject &params) {
         if (const auto log = LogMessage::fromJson(params))
@@ -212,10 +220,13 @@ void ProgramSession::finish()
     if (!isRunning() || m_ending)
         return;
     m_ending = true;
-    if (m_program->connection() && !m_stopped) {
-        m_askedToQuit = true;
-        m_program->connection()->sendRequest(Protocol::Method::quit, {}, nullptr);
+    if (!m_stopped) {
+        // A program that was about to end by itself gives no answer, or an
+        // error, and its exit code is its own. Nor does one whose agent has
+        // gone ahead of it.
+        const Pending answer = send(Protocol::Method::quit, {});
         waitForEnd(quitLimit);
+        m_askedToQuit = answer->has_value() && !(*answer)->isError();
     }
     if (!m_end) {
         m_program->end();
@@ -251,6 +262,11 @@ QString ProgramSession::endText() const
     if (m_end->crashed)
         return QStringLiteral("ended with ") + signalText(m_end->number);
     return QStringLiteral("ended with exit code %1").arg(m_end->number);
+}
+
+std::optional<ProgramEnd> ProgramSession::ownEnd() const
+{
+    return m_end && !m_end->requested && !m_askedToQuit ? m_end : std::nullopt;
 }
 
 bool ProgramSession::diedBadly() const

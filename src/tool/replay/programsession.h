@@ -87,8 +87,14 @@ public:
     /// ended by force.
     const std::optional<ProgramEnd> &end() const { return m_end; }
 
+    /// The same if nobody asked the program to end.
+    std::optional<ProgramEnd> ownEnd() const;
+
     /// The end in words, e.g. "ended with signal 11 (SIGSEGV)".
     QString endText() const;
+
+    /// Whether the last program crashed before its agent reported.
+    bool crashedAtStart() const { return m_crashedAtStart; }
 
     /// True if the program ended, and not well: by a signal that nobody here
     /// sent, or by itself with an exit code other than 0.
@@ -99,6 +105,7 @@ public:
 
 Q_SIGNALS:
     void statementRecorded(const Vantle::Protocol::Statement &statement);
+    void commentRecorded(const QString &text);
     void logged(bool isWarning, const QString &text);
 
 private:
@@ -124,6 +131,7 @@ private:
     bool m_ready = false;
     bool m_ending = false;
     bool m_askedToQuit = false;
+    bool m_crashedAtStart = false;
     bool m_stopped = false;
     bool m_isOverdue = false;
     bool m_isUnbegunCall = false; // the last call, until the agent says that its turn has come

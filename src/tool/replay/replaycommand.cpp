@@ -24,6 +24,7 @@ const QString recordOption = QStringLiteral("record");
 const QString workersOption = QStringLiteral("workers");
 const QString offscreenOption = QStringLiteral("offscreen");
 const QString shareDisplayOption = QStringLiteral("share-display");
+const QString strictOption = QStringLiteral("strict");
 const QString freshSettingsOption = QStringLiteral("fresh-settings");
 const QString fileValue = QStringLiteral("FILE");
 
@@ -53,6 +54,9 @@ QList<Option> options()
         {QChar(), workersOption, QStringLiteral("N"),
          QStringLiteral("Run N scripts side by side, each with its own program,\n"
                         "settings and virtual display (Xvfb).")},
+        {QChar(), strictOption, QString(),
+         QStringLiteral("Take a name without \":nth\" that fits several objects for\n"
+                        "an error, in place of the first of them.")},
         {QChar(), offscreenOption, QString(),
          QStringLiteral("Run the program without any display, on Qt's platform\n"
                         "\"offscreen\".")},
@@ -183,6 +187,7 @@ std::optional<ReplayOptions> replayOptions(const Arguments &arguments, QString *
     result.shareDisplay = arguments.has(shareDisplayOption);
     result.freshSettings = arguments.has(freshSettingsOption);
     result.updateImages = arguments.has(updateImagesOption);
+    result.launch.settings.strict = arguments.has(strictOption);
     const QPair<QString, QString *> files[] = {{recordOption, &result.recordFile},
                                                {treeOption, &result.treeFile},
                                                {junitOption, &result.junitFile},

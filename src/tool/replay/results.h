@@ -1,6 +1,7 @@
 #pragma once
 
 #include "protocol/objectmessages.h"
+#include "tool/programundertest.h"
 
 #include <QtCore/QByteArray>
 #include <QtCore/QDateTime>
@@ -89,7 +90,11 @@ struct Step
     State state = Running;
     QString function;
     QString source; ///< the statement as it stands in the script
+    QString call;   ///< the same with the values of its arguments; empty if it says nothing more
     Position position;
+    /// What people are shown: what was called with which values, if that says more
+    /// than the line of the script.
+    QString statement() const { return call.isEmpty() ? source : call; }
     QList<Position> callers; ///< from where the function that holds it was called
     qint64 start = 0;        ///< since the start of the script
     qint64 duration = 0;
@@ -125,7 +130,8 @@ struct ScriptResult
     QList<LogLine> log; ///< what belongs to no step
     PictureStore pictures;
     QString programWords;
-    QString programOutput; ///< its end, if it is long
+    QString programOutput;                ///< its end, if it is long
+    std::optional<ProgramEnd> programEnd; ///< how the last program ended by itself, if it did
 
     int count(Step::Kind kind) const;
     int count(Step::Kind kind, Step::State state) const;

@@ -10,7 +10,7 @@ namespace Vantle::Tool::Replay {
 QStringList failureLines(const Step &step)
 {
     QStringList lines{positionText(step.position)};
-    const QStringList source = step.source.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const QStringList source = step.statement().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString &line : source)
         lines.append(QStringLiteral("    ") + line);
     const QStringList reasons = reasonLines(step);

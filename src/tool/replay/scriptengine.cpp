@@ -1,11 +1,14 @@
 #include "tool/replay/scriptengine.h"
 
 #include "tool/enumerators.h"
+#include "tool/nearesttext.h"
 #include "tool/replay/stacktrace.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QRegularExpression>
+
+#include <QtQml/QJSValueIterator>
 
 #include <utility>
 
@@ -87,7 +90,7 @@ QString ScriptEngine::defineFunctions()
 std::optional<ScriptError> ScriptEngine::run(const ScriptSource &source, const QString &path)
 {
     QStringList trace;
-    const QString text = QStringLiteral("\"use strict\"; ") + source.asPlainScript(importerName);
+    const QString text = QStringLiteral("\"use strict\"; ") + source.asStatementLines(importerName);
     const QJSValue value = m_engine.evaluate(text, path, 0, &trace);
     if (trace.isEmpty() && !value.isError())
         return std::nullopt;
@@ -108,7 +111,23 @@ ScriptError ScriptEngine::errorFrom(const QJSValue &value, const QStringList &tr
     // Errors of the engine have names that help; ours speak for themselves.
     if (error.failure == 0 && error.name != QLatin1String("Error"))
         error.message = error.name + QStringLiteral(": ") + error.message;
+    error.hint = hintFor(error.message);
     return error;
+}
+
+/// The name that was probably meant where one isn't defined; empty if none is near.
+QString ScriptEngine::hintFor(const QString &message) const
+{
+    static const QRegularExpression unknown(QStringLiteral("^ReferenceError: ([\\w$]+) is not defined$"));
+    const QString name = unknown.match(message).captured(1);
+    if (name.isEmpty())
+        return QString();
+    QStringList names;
+    QJSValueIterator properties(m_engine.globalObject());
+    while (properties.next())
+        names.append(properties.name());
+    const QString nearest = nearestText(name, names);
+    return nearest.isEmpty() ? QString() : QStringLiteral("did you mean %1?").arg(nearest);
 }
 
 } // namespace Vantle::Tool::Replay

@@ -21,6 +21,7 @@ struct ScriptError
     QString message;
     QString stack;
     int failure = 0; ///< what StepRecorder knows about it
+    QString hint;    ///< what may help against it; may be empty
 };
 
 /// A JavaScript engine with everything that scripts can call. For one script,
@@ -39,12 +40,14 @@ public:
     std::optional<ScriptError> run(const ScriptSource &source, const QString &path);
 
     const ScriptHost &host() const { return m_host; }
+    ScriptHost &host() { return m_host; }
 
     /// Makes a script that runs end at once. May be called from any thread.
     void interrupt() { m_engine.setInterrupted(true); }
 
 private:
     ScriptError errorFrom(const QJSValue &value, const QStringList &trace) const;
+    QString hintFor(const QString &message) const;
 
     QJSEngine m_engine;
     ScriptHost m_host;

@@ -29,6 +29,8 @@ constexpr std::chrono::milliseconds shortestPatience = 10s;
 // What moves is somewhere else after this.
 constexpr std::chrono::milliseconds timeOfTwoFrames = 40ms;
 
+constexpr std::chrono::seconds nameLimit = 5s;
+
 const QString actionKind = QStringLiteral("action");
 const QString objectKey = QStringLiteral("object");
 const QString nameKey = QStringLiteral("name");
@@ -73,6 +75,7 @@ QString errorName(const Answer &answer)
     }
     switch (answer.error.code) {
     case Protocol::ObjectNotFound: return QStringLiteral("ObjectNotFound");
+    case Protocol::AmbiguousName: return QStringLiteral("AmbiguousName");
     case Protocol::ObjectNotReady: return QStringLiteral("ObjectNotReady");
     case Protocol::ObjectGone: return QStringLiteral("ObjectGone");
     case Protocol::FunctionFailed: return QStringLiteral("FunctionFailed");
@@ -146,9 +149,14 @@ QJsonValue ScriptHost::functionNames(QString *error)
         return QJsonValue(QJsonValue::Undefined);
     }
     QJsonArray names;
+    QList<Protocol::FunctionDescription> described;
     const QJsonArray functions = answer.result.toObject().value(QLatin1String("functions")).toArray();
-    for (const QJsonValue &function : functions)
+    for (const QJsonValue &function : functions) {
         names.append(function.toObject().value(QLatin1String("name")));
+        if (const auto description = Protocol::FunctionDescription::fromJson(function.toObject()))
+            described.append(*description);
+    }
+    m_callText.setFunctions(described);
     return names;
 }
 
@@ -169,9 +177,39 @@ QString ScriptHost::perform(const QString &kind, const QString &function, const 
     if (mayHaveEndedIt && answer.kind == Answer::Ended && !m_session->isRunning() && !m_session->diedBadly())
         answer = {Answer::Result, QJsonObject(), {}};
     const QString text = reply(step, answer, target);
-    if (isAction && answer.kind == Answer::Result)
+    noteCall(step, method, request, answer.kind != Answer::Result);
+    if (isAction && answer.kind == Answer::Result) {
         showAfter(step, answer.result.toObject());
+        tellObserver(step);
+    }
     return text;
+}
+
+/// Remembers with which values a step was called. The names of objects take the
+/// program time: they are asked for when somebody is to read them.
+void ScriptHost::noteCall(int step, const QString &method, const QJsonObject &request, bool failed)
+{
+    if (step == 0 || (!failed && !m_camera.showsSteps() && CallText::holdsHandles(request)))
+        return;
+    const QString call = m_callText.textOf(method, request, [this](int handle) { return nameOf(handle); });
+    Step &called = m_recorder->step(step);
+    if (!saysTheSame(called.source, call))
+        called.call = call;
+}
+
+QString ScriptHost::nameOf(int handle)
+{
+    Answer answer;
+    if (m_session->isRunning() && !m_session->isOverdue())
+        answer = m_session->request(Protocol::Method::describe, {{objectKey, handle}}, nameLimit);
+    const QString name = answer.result.toObject().value(nameKey).toString();
+    return name.isEmpty() ? QStringLiteral("an object that is gone") : name;
+}
+
+void ScriptHost::tellObserver(int step)
+{
+    if (m_observer && step != 0)
+        m_observer->statementDone(m_session, m_recorder->step(step).position.line);
 }
 
 int ScriptHost::begin(const QString &kind, const QString &function, const QString &stack)
@@ -211,6 +249,7 @@ QString ScriptHost::snooze(double seconds, const QString &stack)
     if (wasRunning && m_session->diedBadly())
         return failure(step, programEndedName(), QStringLiteral("the program ") + m_session->endText());
     m_recorder->end(step, Step::Passed);
+    tellObserver(step);
     return resultJson(QJsonValue::Null);
 }
 
@@ -281,6 +320,7 @@ QString ScriptHost::start(const QString &words, const QString &stack)
     const QJsonArray values = arrayOf(words);
     for (const QJsonValue &value : values)
         list.append(value.toString());
+    endProgram();
     m_endExpected = false;
     QString error = m_starter(list);
     const QJsonValue names = error.isEmpty() ? functionNames(&error) : QJsonValue();
@@ -290,6 +330,14 @@ QString ScriptHost::start(const QString &words, const QString &stack)
     if (m_camera.showsSteps())
         m_recorder->step(step).after = m_recorder->pictures().add(m_camera.window({}));
     return resultJson(names);
+}
+
+/// The next program is not to hide how this one ended.
+void ScriptHost::endProgram()
+{
+    m_session->finish();
+    if (m_earlierDeath.isEmpty() && m_session->diedBadly() && !m_endExpected)
+        m_earlierDeath = m_session->endText();
 }
 
 QString ScriptHost::close(const QString &stack)

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "tool/replay/calltext.h"
 #include "tool/replay/camera.h"
 #include "tool/replay/programsession.h"
 #include "tool/replay/replayoptions.h"
+#include "tool/replay/scriptobserver.h"
 #include "tool/replay/steprecorder.h"
 
 #include <QtCore/QJsonObject>
@@ -36,6 +38,9 @@ public:
     ScriptHost(QJSEngine *engine, ProgramSession *session, StepRecorder *recorder, const ReplayOptions &options,
                Starter starter);
 
+    /// \p observer, which may be null, looks on; it must outlive the script.
+    void setObserver(ScriptObserver *observer) { m_observer = observer; }
+
     int waitLimit() const;
 
     /// Names of the functions that the agent offers; or nothing and the reason.
@@ -44,6 +49,9 @@ public:
     /// True if the script itself waited for the program's end, and it may end
     /// as it likes.
     bool isEndExpected() const { return m_endExpected; }
+
+    /// How a program died before the script started another one; empty if none did.
+    QString earlierDeath() const { return m_earlierDeath; }
 
     /// Name of the error that a program which has ended gives.
     static QString programEndedName();
@@ -83,6 +91,10 @@ private:
     QString reply(int step, const Answer &answer, const QJsonObject &target);
     QString failure(int step, const QString &name, const QString &message, const Explanation &explanation = {},
                     const QJsonObject &target = {});
+    void endProgram();
+    void tellObserver(int step);
+    void noteCall(int step, const QString &method, const QJsonObject &request, bool failed);
+    QString nameOf(int handle);
     QString exitReply(int step);
     void showBefore(int step, const QJsonObject &target);
     void showAfter(int step, const QJsonObject &result);
@@ -94,6 +106,9 @@ private:
     const ReplayOptions m_options;
     const Starter m_starter;
     const Camera m_camera;
+    CallText m_callText;
+    ScriptObserver *m_observer = nullptr;
+    QString m_earlierDeath;
     bool m_endExpected = false;
 };
 

@@ -1,5 +1,6 @@
 #include "tool/replay/scriptrun.h"
 
+#include "tool/freshsettings.h"
 #include "tool/replay/stacktrace.h"
 #include "tool/stringliteral.h"
 #include "tool/treefile.h"
@@ -28,11 +29,12 @@ QString shownWords(const QStringList &words)
     return shown.join(QLatin1Char(' '));
 }
 
-/// True if the step is the call of a function of which the engine knows nothing.
-bool callsUnknownFunction(const Step &step)
+/// True if \p step, which ended with \p error, is the call of a function of which
+/// the engine knows nothing.
+bool callsUnknownFunction(const Step &step, const QString &error)
 {
     static const QRegularExpression unknown(QStringLiteral("^ReferenceError: ([\\w$]+) is not defined$"));
-    const QString name = unknown.match(step.message).captured(1);
+    const QString name = unknown.match(error).captured(1);
     return !name.isEmpty() && ScriptSource(step.source).calls(name);
 }
 
@@ -70,6 +72,7 @@ ScriptResult ScriptRun::run()
     result.duration = m_recorder->now();
     result.programWords = m_lastWords;
     result.programOutput = programOutput();
+    result.programEnd = m_session.ownEnd();
     return result;
 }
 
@@ -95,11 +98,14 @@ QString ScriptRun::setUp(const ScriptSource &source)
             return m_recording.errorString();
         connect(&m_session, &ProgramSession::statementRecorded, this,
                 [this](const Protocol::Statement &statement) { m_recording.add(statement); });
+        connect(&m_session, &ProgramSession::commentRecorded, this,
+                [this](const QString &text) { m_recording.addComment(text); });
     }
     {
         const QMutexLocker locker(&m_engineLock);
         const auto starter = [this](const QStringList &words) { return startProgram(words); };
         m_engine = std::make_unique<ScriptEngine>(&m_session, m_recorder.get(), m_options, starter);
+        m_engine->host().setObserver(m_observer);
     }
     // A script that starts a program of its own gets none beforehand.
     if (m_options.launch.words.isEmpty() || source.callsWithArguments(QStringLiteral("startApplication")))
@@ -114,11 +120,7 @@ QString ScriptRun::prepareDirectories()
         return QStringLiteral("cannot make a directory for temporary files: ") + m_directory.errorString();
     if (!m_options.freshSettings && m_options.workers == 1)
         return QString();
-    for (const char *name : {"CONFIG", "DATA", "CACHE", "STATE"}) {
-        const QString path = m_directory.filePath(QString::fromLatin1(name).toLower());
-        QDir().mkpath(path);
-        m_environment.insert(QStringLiteral("XDG_%1_HOME").arg(QLatin1String(name)), path);
-    }
+    m_environment.insert(freshSettings(m_directory.path()));
     if (m_options.workers > 1)
         separateRuntime();
     return QString();
@@ -167,10 +169,13 @@ void ScriptRun::runScript(const ScriptSource &source)
     if (m_stopped)
         return;
     const auto error = m_engine->run(source, m_path);
-    if (error)
+    if (error) {
         endByError(*error);
-    else
-        m_recorder->endWell();
+        return;
+    }
+    m_recorder->endWell();
+    if (m_observer && m_session.isRunning() && !m_stopped)
+        m_observer->scriptDone(&m_session);
 }
 
 void ScriptRun::endByError(const ScriptError &error)
@@ -181,12 +186,14 @@ void ScriptRun::endByError(const ScriptError &error)
     m_programEnded = error.name == ScriptHost::programEndedName();
     if (error.name == ScriptHost::startFailedName() || error.name == ScriptHost::noProgramName())
         m_startFailure = error.message;
-    const int number = m_recorder->endByError(error.message, error.stack, error.failure);
+    const QString hint = error.hint.isEmpty() || !m_session.wasStarted() ? QString()
+                                                                         : QStringLiteral("; ") + error.hint;
+    const int number = m_recorder->endByError(error.message + hint, error.stack, error.failure);
     Step &step = m_recorder->step(number);
     if (step.after.isEmpty())
         step.after = m_recorder->pictures().add(Camera(&m_session, m_options).failure());
     // The functions of the program come with the program.
-    if (!m_session.wasStarted() && callsUnknownFunction(step))
+    if (!m_session.wasStarted() && callsUnknownFunction(step, error.message))
         m_startFailure = QStringLiteral("%1; %2").arg(error.message, ProgramSession::noProgramText());
 }
 
@@ -203,6 +210,9 @@ void ScriptRun::finishProgram()
 void ScriptRun::saveTree()
 {
     const Answer answer = m_session.request(Protocol::Method::tree, {}, treeLimit);
+    // How it ended is told elsewhere.
+    if (answer.kind == Answer::Ended)
+        return;
     const QString problem = answer.kind == Answer::Result ? writeTreeFile(m_options.treeFile, answer.result.toObject())
                                                           : answer.error.message;
     if (!problem.isEmpty())
@@ -213,15 +223,19 @@ void ScriptRun::judge()
 {
     ScriptResult &result = m_recorder->result();
     const bool endIsFine = m_engine && m_engine->host().isEndExpected();
+    const QString earlierDeath = m_engine ? m_engine->host().earlierDeath() : QString();
     if (m_stopped) {
         result.verdict = Verdict::NotRun;
         result.message = QStringLiteral("stopped by the user");
     } else if (!m_startFailure.isEmpty()) {
-        result.verdict = Verdict::NotRun;
+        result.verdict = m_session.crashedAtStart() ? Verdict::ProgramDied : Verdict::NotRun;
         result.message = m_startFailure;
     } else if (m_programEnded || (m_session.diedBadly() && !endIsFine)) {
         result.verdict = Verdict::ProgramDied;
         result.message = QStringLiteral("the program ") + m_session.endText();
+    } else if (!earlierDeath.isEmpty()) {
+        result.verdict = Verdict::ProgramDied;
+        result.message = QStringLiteral("the program %1 before the script started another one").arg(earlierDeath);
     } else if (!m_recording.errorString().isEmpty()) {
         result.verdict = Verdict::NotRun;
         result.message = m_recording.errorString();

@@ -4,6 +4,7 @@
 #include "tool/replay/programsession.h"
 #include "tool/replay/replayoptions.h"
 #include "tool/replay/scriptengine.h"
+#include "tool/replay/scriptobserver.h"
 #include "tool/replay/steprecorder.h"
 #include "tool/scriptwriter.h"
 
@@ -28,6 +29,9 @@ public:
     ScriptRun(const ReplayOptions &options, const Installation &installation, const QString &file,
               const QMap<QString, QString> &environment);
     ~ScriptRun() override;
+
+    /// \p observer looks on while the script runs; it must outlive the run. Ahead of run().
+    void setObserver(ScriptObserver *observer) { m_observer = observer; }
 
     /// Runs the script and gives everything that is known about it.
     ScriptResult run();
@@ -58,6 +62,7 @@ private:
     const QString m_path;
     QMap<QString, QString> m_environment;
     QTemporaryDir m_directory;
+    ScriptObserver *m_observer = nullptr;
     ProgramSession m_session;
     ScriptWriter m_recording;
     std::unique_ptr<StepRecorder> m_recorder;

@@ -25,11 +25,12 @@ public:
     /// The statement that begins in a line: that line, and those that follow
     /// up to the closing of its brackets, five at most, without the indentation
     /// that they share.
-    QString statementAt(int number) const;
+    /// Of several in a line, the one that begins at \p column.
+    QString statementAt(int number, int column = 1) const;
 
-    /// The column in which \p name is called in a line; else that of the line's
-    /// first character that is no blank.
-    int columnOfCall(int number, const QString &name) const;
+    /// The column in which \p name is called in a line, at \p from or behind it; else
+    /// that of the first character there that is no blank.
+    int columnOfCall(int number, const QString &name, int from = 1) const;
 
     /// Number of lines that hold code, in all or up to \p number and with it.
     int codeLineCount() const { return m_codeLines.isEmpty() ? 0 : m_codeLines.last(); }
@@ -50,11 +51,26 @@ public:
     /// The engine tells where an error came from only for plain scripts.
     QString asPlainScript(const QString &importer) const;
 
+    /// A place in the text.
+    struct Place
+    {
+        int line = 0;
+        int column = 1;
+    };
+
+    /// asPlainScript() with each statement on a line of its own, as the engine tells
+    /// lines and no columns. placeOf() says where in the text such a line is.
+    QString asStatementLines(const QString &importer) const;
+    Place placeOf(int statementLine) const;
+
 private:
+    int endOfStatement(int line, int column) const;
+
     QString m_text;
     QString m_code; ///< the text with everything that is no code blanked out
     QStringList m_lines;
     QList<int> m_codeLines; ///< for each line the number of code lines up to it
+    QList<Place> m_places;  ///< of the lines that asStatementLines() makes, from line 1 on
 };
 
 } // namespace Vantle::Tool::Replay

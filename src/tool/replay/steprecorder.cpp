@@ -134,16 +134,19 @@ void StepRecorder::place(Step *step, const QString &stack)
     QList<Position> positions = positionsOfStack(stack);
     if (positions.isEmpty())
         positions.append({m_path, 0, 0});
+    // Of the script itself the engine was given other lines than those of the file.
+    const int engineLine = positions.first().file == m_path ? positions.first().line : 0;
     for (Position &position : positions) {
-        if (position.file == m_path && position.line == 0)
-            position.line = m_importLine;
+        if (position.file == m_path)
+            position.line = position.line == 0 ? m_importLine : sourceOf(m_path).placeOf(position.line).line;
     }
     step->position = positions.first();
     step->callers = positions.mid(1);
     const ScriptSource &source = sourceOf(step->position.file);
-    step->source = source.statementAt(step->position.line);
+    const int from = engineLine > 0 ? source.placeOf(engineLine).column : 1;
+    step->source = source.statementAt(step->position.line, from);
     if (!source.line(step->position.line).isEmpty())
-        step->position.column = source.columnOfCall(step->position.line, step->function);
+        step->position.column = source.columnOfCall(step->position.line, step->function, from);
     reportProgress(positions, step->source);
 }
 

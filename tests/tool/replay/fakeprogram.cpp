@@ -10,6 +10,10 @@
 //   exit-at-quit:N     ends with exit code N when it is asked to quit
 //   crash-at-quit      crashes then
 //   ignore-quit        answers, and stays
+//   leave-at-quit:N    does not answer and ends with exit code N, as a program
+//                      does that was about to end by itself
+//   refuse-quit:N      says that it is ending by itself, and ends with exit code N
+//   crash-at-start     crashes ahead of its first word
 //   ignore-term        is not ended by SIGTERM
 //   log:TEXT           sends a line for the log with every call
 
@@ -56,6 +60,17 @@ QJsonObject json(const char *text)
     return document.object();
 }
 
+/// One overload, so that its numbers can be told from enumerators.
+FunctionDescription clickWithButton()
+{
+    return {QStringLiteral("mouseClick"),
+            {{{{QStringLiteral("objectName"), QStringLiteral("QString")},
+               {QStringLiteral("x"), QStringLiteral("int")},
+               {QStringLiteral("y"), QStringLiteral("int")},
+               {QStringLiteral("button"), QStringLiteral("Qt::MouseButton")}},
+              QStringLiteral("void")}}};
+}
+
 [[noreturn]] void crash()
 {
     std::signal(SIGSEGV, SIG_DFL);
@@ -91,6 +106,7 @@ private:
     QMap<int, FakeObject> m_objects;
     Connection *m_connection = nullptr;
     bool m_record = false;
+    bool m_strict = false;
     bool m_isPlaying = false;
     int m_looks = 0;
 };
@@ -131,6 +147,8 @@ QString FakeProgram::option(const char *name) const
 
 void FakeProgram::begin()
 {
+    if (m_arguments.contains(QStringLiteral("crash-at-start")))
+        crash();
     if (m_arguments.contains(QStringLiteral("ignore-term")))
         std::signal(SIGTERM, SIG_IGN);
     if (!option("print").isEmpty())
@@ -193,8 +211,8 @@ void FakeProgram::listen()
     m_connection->onRequest(Method::stopRecording,
                             [](const QJsonObject &, const Responder &responder) { responder.respond(); });
     m_connection->onRequest(Method::functions, [](const QJsonObject &, const Responder &responder) {
-        QJsonArray functions;
-        for (const char *name : {"mouseClick", "type", "crash", "leave", "leaveUncalled", "leaveQuietly", "hang",
+        QJsonArray functions{clickWithButton().toJson()};
+        for (const char *name : {"type", "crash", "leave", "leaveUncalled", "leaveQuietly", "leaveSlowly", "hang",
                                  "stall", "play", "fail", "echo", "forget", "snooze"})
             functions.append(QJsonObject{{QStringLiteral("name"), QLatin1String(name)},
                                          {QStringLiteral("overloads"), QJsonArray()}});
@@ -246,6 +264,7 @@ void FakeProgram::listen()
     hello.platform = QStringLiteral("none");
     m_connection->sendRequest(Method::hello, hello.toJson(), [this](const Reply &reply) {
         m_record = reply.result.toObject().value(QLatin1String("record")).toBool();
+        m_strict = reply.result.toObject().value(QLatin1String("strict")).toBool();
     });
 }
 
@@ -327,6 +346,13 @@ void FakeProgram::call(const QJsonObject &params, const Responder &responder)
 
     const QJsonObject target = arguments.at(0).isObject() ? arguments.at(0).toObject()
                                                           : QJsonObject{{QStringLiteral("name"), arguments.at(0)}};
+    if (m_strict && target.value(QLatin1String("name")) == QLatin1String("Main Button")) {
+        const NotFound data{QStringLiteral("Main Button"),
+                            QStringLiteral("Main Button fits 2 objects"),
+                            {{QStringLiteral("Main Button#save"), QStringLiteral("QQuickButton"), {}},
+                             {QStringLiteral("Main Button#late"), QStringLiteral("QQuickButton"), {}}}};
+        return responder.fail(AmbiguousName, data.reason, data.toJson());
+    }
     if (handleOf(target) == 0)
         return failNotFound(target.value(QLatin1String("name")).toString(), responder);
     QJsonObject &status = m_objects[3].properties;
@@ -354,6 +380,14 @@ void FakeProgram::callOther(const QString &function, const QJsonArray &arguments
         responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue::Null}});
         m_connection->waitForSent(std::chrono::seconds(5));
         std::exit(arguments.at(0).toInt());
+    } else if (function == QLatin1String("leaveSlowly")) {
+        // The agent has gone, and the program takes some time over its end.
+        responder.respond(QJsonObject{{QStringLiteral("result"), QJsonValue::Null}});
+        m_connection->waitForSent(std::chrono::seconds(5));
+        m_connection->disconnect(this);
+        m_connection->close();
+        ::usleep(300000);
+        std::_Exit(arguments.at(0).toInt());
     } else if (function == QLatin1String("hang")) {
         for (;;)
             ::pause();
@@ -428,8 +462,15 @@ void FakeProgram::quit(const Responder &responder)
 {
     if (m_arguments.contains(QStringLiteral("crash-at-quit")))
         crash();
-    responder.respond();
+    if (!option("leave-at-quit").isEmpty())
+        std::_Exit(option("leave-at-quit").toInt());
+    if (option("refuse-quit").isEmpty())
+        responder.respond();
+    else
+        responder.fail(ProgramEnds, QStringLiteral("the program is ending by itself"));
     m_connection->waitForSent(std::chrono::seconds(5));
+    if (!option("refuse-quit").isEmpty())
+        std::_Exit(option("refuse-quit").toInt());
     if (!m_arguments.contains(QStringLiteral("ignore-quit")))
         std::_Exit(option("exit-at-quit").toInt());
 }

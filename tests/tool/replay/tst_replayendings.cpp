@@ -87,6 +87,72 @@ TEST_F(ReplayEndings, mistakesOfTheScriptNameTheirPlace)
     }
 }
 
+TEST_F(ReplayEndings, theValuesOfTheArgumentsAreShownAndNotTheLineOfTheLoop)
+{
+    ToolRun &run = replay("for (const id of ['save', 'sav'])\n    mouseClick(`Main Button#${id}`, 1, 2);\n");
+    EXPECT_TRUE(endsWith(1, run));
+    EXPECT_TRUE(
+        says(run, QStringLiteral("script.js:2:5\n    mouseClick(\"Main Button#sav\", 1, 2)\n  there is no object")));
+    EXPECT_FALSE(run.output().contains(QStringLiteral("${id}")));
+    ToolRun &object = replay("const save = findObject('Main Button#save');\nfail(save);\n");
+    EXPECT_TRUE(endsWith(1, object));
+    EXPECT_TRUE(says(object, QStringLiteral("    fail(\"Main Button#save\")\n")));
+    ToolRun &literal = replay("fail( 'as it stands' );\n");
+    EXPECT_TRUE(says(literal, QStringLiteral("    fail( 'as it stands' );\n")));
+}
+
+TEST_F(ReplayEndings, eachOfSeveralStatementsInALineHasItsColumn)
+{
+    ToolRun &run = replay("test.pass(); test.verify(true); test.verify(false); test.pass();\n"
+                          "echo(1); if (true) { echo(2); fail(); }\n");
+    EXPECT_TRUE(endsWith(1, run));
+    EXPECT_TRUE(says(run, QStringLiteral("script.js:1:33\n    test.verify(false);\n")));
+    EXPECT_TRUE(says(run, QStringLiteral("script.js:2:31\n    fail();\n")));
+    EXPECT_TRUE(says(replay("let a = 1; let b = 2; null.text;\n"), QStringLiteral("script.js:1:23\n    null.text;\n")));
+}
+
+TEST_F(ReplayEndings, anUnknownFunctionComesWithTheOneThatWasMeant)
+{
+    ToolRun &run = replay("mouseClik('Main Button#save', 1, 1);\n");
+    EXPECT_TRUE(endsWith(1, run));
+    EXPECT_TRUE(says(run, QStringLiteral("ReferenceError: mouseClik is not defined; did you mean mouseClick?")));
+    EXPECT_TRUE(says(replay("waitForObjekt('Main');\n"), QStringLiteral("did you mean waitForObject?")));
+    ToolRun &far = replay("somethingElse();\n");
+    EXPECT_TRUE(says(far, QStringLiteral("somethingElse is not defined")));
+    EXPECT_FALSE(far.output().contains(QStringLiteral("did you mean")));
+}
+
+TEST_F(ReplayEndings, aConditionThatDoesNotComeTrueSaysWhatItHasSeen)
+{
+    ToolRun &run = replay("waitFor(() => findObject('Main Label#status').text === 'done', 100);\n");
+    EXPECT_TRUE(endsWith(1, run));
+    EXPECT_TRUE(says(run,
+                     QStringLiteral("the condition did not come true within 0.1 s; the last time it was false; "
+                                    "Main Label#status.text was \"ready\"")));
+    EXPECT_TRUE(says(replay("waitFor(() => '', 50);\n"), QStringLiteral("the last time it was \"\"\n")));
+}
+
+TEST_F(ReplayEndings, aProgramThatCrashesWhileItStartsIsToldAsThat)
+{
+    ToolRun &run = replay("test.pass();\n", {}, {QStringLiteral("crash-at-start")});
+    EXPECT_TRUE(endsWith(2, run));
+    EXPECT_TRUE(says(run, QStringLiteral("crashed while it was starting: it ended with signal 11 (SIGSEGV)")));
+    EXPECT_FALSE(run.output().contains(QStringLiteral("Likely causes")));
+}
+
+TEST_F(ReplayEndings, strictNamesAreAskedForAndTheirErrorsTellAllThatFit)
+{
+    ToolRun &run = replay("mouseClick('Main Button', 1, 1);\n", {QStringLiteral("--strict")});
+    EXPECT_TRUE(endsWith(1, run));
+    EXPECT_TRUE(says(run, QStringLiteral("Main Button fits 2 objects")));
+    EXPECT_TRUE(says(run, QStringLiteral("one of:     Main Button#save (QQuickButton)\n")));
+    EXPECT_TRUE(says(run, QStringLiteral("one of:     Main Button#late (QQuickButton)\n")));
+    EXPECT_TRUE(passes("try { mouseClick('Main Button', 1, 1); test.fail(); }\n"
+                       "catch (error) { test.compare(error.name, 'AmbiguousName'); }\n",
+                       {QStringLiteral("--strict")}));
+    EXPECT_FALSE(replay("mouseClick('Main Button', 1, 1);\n").output().contains(QStringLiteral("fits 2 objects")));
+}
+
 TEST_F(ReplayEndings, anObjectThatIsGoneIsAnErrorAndTheToolLivesOn)
 {
     ToolRun &run = replay("const save = findObject('Main Button#save'); forget(); save.text;\n");
@@ -137,6 +203,36 @@ TEST_F(ReplayEndings, anExitCodeThatIsNotZeroIsADeath)
     ToolRun &run = replay("leave(5);\n");
     EXPECT_TRUE(endsWith(2, run));
     EXPECT_TRUE(says(run, QStringLiteral("the program ended with exit code 5")));
+}
+
+TEST_F(ReplayEndings, theExitCodeOfAProgramThatLeavesWithTheLastStatementCounts)
+{
+    for (const char *leave : {"leave(5)", "leaveQuietly(5)", "leaveSlowly(5)", "try { leave(5); } catch (error) { }"}) {
+        ToolRun &run = replay(QByteArray(leave) + ";\n");
+        EXPECT_TRUE(endsWith(2, run)) << leave;
+        EXPECT_TRUE(says(run, QStringLiteral("the program ended with exit code 5"))) << leave;
+    }
+    EXPECT_TRUE(passes("leaveSlowly(0);\n"));
+}
+
+TEST_F(ReplayEndings, aProgramThatIsAboutToEndWhenItIsAskedToQuitHasItsOwnExitCode)
+{
+    for (const char *quit : {"leave-at-quit:7", "refuse-quit:7"}) {
+        ToolRun &run = replay("test.pass();\n", {}, {QLatin1String(quit)});
+        EXPECT_TRUE(endsWith(2, run)) << quit;
+        EXPECT_TRUE(says(run, QStringLiteral("the program ended with exit code 7"))) << quit;
+    }
+    EXPECT_TRUE(passes("test.pass();\n", {}, {QStringLiteral("refuse-quit:0")}));
+}
+
+TEST_F(ReplayEndings, theNextProgramDoesNotHideHowTheOneBeforeEnded)
+{
+    for (const char *end : {"leaveQuietly(5);", "try { crash(); } catch (error) { }"}) {
+        ToolRun &run = replay(QByteArray(end) + "\nstartApplication();\ntest.pass();\n");
+        EXPECT_TRUE(endsWith(2, run)) << end;
+        EXPECT_TRUE(says(run, QStringLiteral("before the script started another one"))) << end;
+    }
+    EXPECT_TRUE(passes("leaveQuietly(5);\nwaitForExit(5000);\nstartApplication();\n"));
 }
 
 TEST_F(ReplayEndings, aCrashAfterTheScriptCounts)

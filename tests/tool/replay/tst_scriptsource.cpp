@@ -66,6 +66,60 @@ TEST(ScriptSource, columnsAreThoseOfTheCall)
     EXPECT_EQ(source.columnOfCall(99, QStringLiteral("click")), 1);
 }
 
+TEST(ScriptSource, eachStatementGetsALineOfItsOwnThatLeadsBackToItsPlace)
+{
+    const char *const text = "a(); b('x;y'); c();\nfor (let i = 0; i < 2; ++i) { d(); e(); }\n"
+                             "f(() => { g(); h(); }); // i(); j();\nlast();";
+    const ScriptSource source{QLatin1String(text)};
+    const QStringList lines = source.asStatementLines(QStringLiteral("I")).split(QLatin1Char('\n'));
+    struct Line
+    {
+        const char *text;
+        int line;
+        int column;
+    };
+    const Line expected[] = {
+        {"a();", 1, 1},
+        {" b('x;y');", 1, 5},
+        {" c();", 1, 15},
+        {"for (let i = 0; i < 2; ++i) { d();", 2, 1},
+        {" e();", 2, 35},
+        {" }", 2, 40},
+        {"f(() => { g();", 3, 1},
+        {" h();", 3, 15},
+        {" }); // i(); j();", 3, 20},
+        {"last();", 4, 1},
+    };
+    ASSERT_EQ(lines.size(), std::size(expected) + 1) << qPrintable(lines.join(QLatin1Char('|')));
+    for (int i = 0; i < static_cast<int>(std::size(expected)); ++i) {
+        EXPECT_EQ(lines.at(i + 1), QLatin1String(expected[i].text));
+        EXPECT_EQ(source.placeOf(i + 1).line, expected[i].line) << i;
+        EXPECT_EQ(source.placeOf(i + 1).column, expected[i].column) << i;
+    }
+    EXPECT_EQ(source.placeOf(0).line, 0);
+    EXPECT_EQ(source.placeOf(99).line, 99);
+}
+
+TEST(ScriptSource, importsThatAreTakenOutMoveNoLine)
+{
+    const ScriptSource source(
+        QStringLiteral("import './x.mjs'; import './y.mjs';\nexport const a = 1; b();\nc(); d();"));
+    const qsizetype lines = source.asStatementLines(QStringLiteral("I")).count(QLatin1Char('\n'));
+    EXPECT_EQ(source.placeOf(static_cast<int>(lines)).line, 3);
+    EXPECT_EQ(source.placeOf(static_cast<int>(lines)).column, 5);
+    EXPECT_EQ(source.placeOf(static_cast<int>(lines) - 1).column, 1);
+}
+
+TEST(ScriptSource, ofSeveralStatementsInALineOneIsShown)
+{
+    const ScriptSource source(QStringLiteral("a(1); a(2); a(\n  3);\n"));
+    EXPECT_EQ(source.statementAt(1, 1), QStringLiteral("a(1);"));
+    EXPECT_EQ(source.statementAt(1, 6), QStringLiteral("a(2);"));
+    EXPECT_EQ(source.columnOfCall(1, QStringLiteral("a"), 6), 7);
+    EXPECT_EQ(source.columnOfCall(1, QStringLiteral("a"), 12), 13);
+    EXPECT_EQ(source.columnOfCall(1, QString(), 6), 7);
+}
+
 TEST(ScriptSource, linesOfCodeAreCountedWithoutCommentsAndBlanks)
 {
     const ScriptSource source(QStringLiteral("// head\n\na();\n/* long\ncomment */\nb();\r\n"));
