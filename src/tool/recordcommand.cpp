@@ -3,6 +3,7 @@
 #include "tool/arguments.h"
 #include "tool/console.h"
 #include "tool/exitcode.h"
+#include "tool/outputfile.h"
 #include "tool/programoptions.h"
 #include "tool/verify/verification.h"
 
@@ -136,6 +137,11 @@ std::optional<RecordOptions> recordOptions(const Arguments &arguments, QString *
     if (arguments.has(treeOption) && result.treeFile.isEmpty()) {
         *error = QStringLiteral("option \"--tree\" needs the name of a file");
         return std::nullopt;
+    }
+    if (arguments.has(treeOption)) {
+        *error = outputError(result.treeFile);
+        if (!error->isEmpty())
+            return std::nullopt;
     }
     if (result.launch.settings.classesWithoutCoordinates.contains(QString())) {
         *error = QStringLiteral("option \"--without-coordinates\" needs the name of a class");

@@ -15,10 +15,12 @@ public:
 
     /// Opens \p path for writing and leaves what is in it alone until the first
     /// line is written: a recording that never begins destroys nothing, and
-    /// leaves no empty file behind. False if the file can't be written.
+    /// leaves no empty file behind. False if the file can't be written, or if
+    /// another recording is writing to it.
     bool open(const QString &path);
 
-    /// Adds a line; the first one replaces the old content. False on failure.
+    /// Adds a line; the first one replaces the old content, which stays if there
+    /// is no room for it. False on failure.
     bool append(const QString &line);
 
     /// Has the system put all lines on the disk, where a power failure leaves
@@ -29,6 +31,7 @@ public:
     QString errorString() const { return m_error; }
 
 private:
+    bool begin(const QByteArray &line);
     /// Remembers errno as the reason; gives false.
     bool fail();
 

@@ -1,6 +1,6 @@
 #include "tool/replay/failurepictures.h"
 
-#include "tool/replay/filewriting.h"
+#include "tool/outputfile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -38,7 +38,7 @@ QString keepFailurePictures(std::vector<ScriptResult> *results, const QString &j
             if (!picture || (step.state != Step::Failed && step.state != Step::Broken))
                 continue;
             const QString name = QStringLiteral("%1/%2-step%3.png").arg(directory, script).arg(step.number);
-            const QString error = writeWithFolders(report.dir().filePath(name), picture->png);
+            const QString error = writeOutputWithFolders(report.dir().filePath(name), picture->png);
             if (!error.isEmpty())
                 return error;
             step.pictureFile = name;

@@ -1,6 +1,6 @@
 #include "tool/replay/imagecheck.h"
 
-#include "tool/replay/filewriting.h"
+#include "tool/outputfile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
@@ -33,7 +33,7 @@ void removeOldResults(const QString &file)
 
 ImageCheck keepPicture(const QByteArray &found, const QString &file)
 {
-    const QString error = writeWithFolders(file, found);
+    const QString error = writeOutputWithFolders(file, found);
     if (!error.isEmpty())
         return {false, error, {}, {}};
     removeOldResults(file);
@@ -57,9 +57,9 @@ ImageCheck checkImage(const QByteArray &found, const QString &file, const Pictur
         return keepPicture(found, file);
 
     QStringList message{isThere ? difference.message : QStringLiteral("there is no picture %1 yet").arg(file)};
-    const QString writeError = writeWithFolders(foundFile(file), found);
+    const QString writeError = writeOutputWithFolders(foundFile(file), found);
     message.append(writeError.isEmpty() ? QStringLiteral("found: %1").arg(foundFile(file)) : writeError);
-    if (!difference.picture.isEmpty() && writeWithFolders(differenceFile(file), difference.picture).isEmpty())
+    if (!difference.picture.isEmpty() && writeOutputWithFolders(differenceFile(file), difference.picture).isEmpty())
         message.append(QStringLiteral("difference: %1").arg(differenceFile(file)));
     message.append(QStringLiteral("--update-images keeps what was found"));
     return {false, message.join(QStringLiteral("; ")), kept, difference.picture};

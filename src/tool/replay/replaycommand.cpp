@@ -3,6 +3,7 @@
 #include "tool/arguments.h"
 #include "tool/console.h"
 #include "tool/exitcode.h"
+#include "tool/outputfile.h"
 #include "tool/programoptions.h"
 #include "tool/replay/replayrun.h"
 #include "tool/replay/scriptsource.h"
@@ -198,6 +199,10 @@ std::optional<ReplayOptions> replayOptions(const Arguments &arguments, QString *
             *error = QStringLiteral("option \"--%1\" needs the name of a file").arg(name);
             return std::nullopt;
         }
+        if (!value->isEmpty())
+            *error = outputError(*value);
+        if (!error->isEmpty())
+            return std::nullopt;
     }
     const auto waitLimit = timeOption(arguments, timeoutOption, result.waitLimit, error);
     const auto startLimit = startTimeout(arguments, error);

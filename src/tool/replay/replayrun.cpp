@@ -2,12 +2,12 @@
 
 #include "tool/console.h"
 #include "tool/exitcode.h"
+#include "tool/outputfile.h"
 #include "tool/replay/failurepictures.h"
 #include "tool/replay/htmlreport.h"
 #include "tool/replay/junitreport.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QSaveFile>
 
 #include <algorithm>
 #include <utility>
@@ -16,16 +16,12 @@ namespace Vantle::Tool::Replay {
 
 namespace {
 
-/// Whole or not at all, where the file can be replaced; a pipe or a device
-/// can't be.
 bool writeReport(const QString &path, const QByteArray &content)
 {
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit())
-        return true;
-    Console::say(QStringLiteral("cannot write \"%1\": %2").arg(path, file.errorString()));
-    return false;
+    const QString error = writeOutput(path, content);
+    if (!error.isEmpty())
+        Console::say(error);
+    return error.isEmpty();
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "tool/replay/scripthost.h"
 
+#include "tool/outputfile.h"
 #include "tool/replay/explanation.h"
-#include "tool/replay/filewriting.h"
 #include "tool/replay/imagecheck.h"
 #include "tool/replay/stacktrace.h"
 
@@ -287,7 +287,7 @@ QString ScriptHost::screenshot(const QString &target, const QString &file, const
     const Picture picture = pictureFor(step, target, &problem);
     if (!problem.isEmpty())
         return problem;
-    const QString error = file.isEmpty() ? QString() : writeWithFolders(pathOf(file), picture.png);
+    const QString error = file.isEmpty() ? QString() : writeOutputWithFolders(pathOf(file), picture.png);
     if (!error.isEmpty())
         return failure(step, QStringLiteral("ScreenshotFailed"), error);
     m_recorder->step(step).after = m_recorder->pictures().add(picture);
