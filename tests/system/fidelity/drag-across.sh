@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# An item that moves along one axis between limits, in moves of so many pixels, and far beyond the limit.
+# Variants: 1 5 35 200
+source "$(dirname "$0")/lib.sh"
+record targets.qml
+drag across across@350,45 $variant; sees 'NOW acrossX'
+drag 370,300 610,310 $variant; sees 'NOW acrossX 500'
+cameBack
+calls mouseDrag mouseDrag
+verdict
