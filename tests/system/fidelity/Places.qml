@@ -9,8 +9,10 @@ QtObject {
     property var of: ({})
 
     function tell(name, item) {
-        const corner = item.mapToItem(null, 0, 0)
-        console.log("PLACE", name, Math.round(corner.x), Math.round(corner.y), Math.round(item.width), Math.round(item.height))
+        // Turned items have their corners elsewhere.
+        const one = item.mapToItem(null, 0, 0), other = item.mapToItem(null, item.width, item.height)
+        const x = Math.min(one.x, other.x), y = Math.min(one.y, other.y)
+        console.log("PLACE", name, ...[x, y, Math.abs(one.x - other.x), Math.abs(one.y - other.y)].map(Math.round))
     }
 
     function tellAll(items) {

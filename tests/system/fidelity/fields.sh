@@ -2,6 +2,9 @@
 # Text fields and a text area: letters, capitals, correction, Tab, a validator, several lines, selection by keys.
 # Variants: Basic Fusion Material Universal Imagine
 source "$(dirname "$0")/lib.sh"
+needs setxkbmap
+setxkbmap de
+trap "cleanUp; setxkbmap us" EXIT
 record
 click user; typed 'Grace Hoper'; sees 'NOW user Grace Hoper'
 keys Left Left Left; typed 'p'; sees 'NOW user Grace Hopper'

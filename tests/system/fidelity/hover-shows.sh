@@ -2,7 +2,7 @@
 # Something that shows while a HoverHandler is hovered, and is clicked then.
 source "$(dirname "$0")/lib.sh"
 record handlers.qml
-glide hovered@20,40; pause 0.3; glide dot; pause 0.3; click dot; sees 'LOG dot'
+glide lit@20,40; pause 0.3; glide dot; pause 0.3; click dot; sees 'LOG dot'
 glide 300,420; pause 0.3; sees 'LOG hovered false'
 click tap; sees 'LOG tapped'
 cameBack

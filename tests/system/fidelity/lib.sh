@@ -40,7 +40,8 @@ problems=0
 # Out of the way: what comes up under the pointer is entered by it.
 corner=(1390 990)
 
-trap '[ -z "$recorder" ] || kill "$recorder" 2>/dev/null' EXIT
+trap cleanUp EXIT
+cleanUp() { [ -z "$recorder" ] || kill "$recorder" 2>/dev/null; }
 
 # Ends a scene that is itself at fault.
 broken() { echo "SCENE BROKEN: $*"; [ -e "$out.recorded" ] && tail -15 "$out.recorded"; exit 3; }
@@ -174,8 +175,11 @@ wheel() {
     xdotool click --repeat "${3:-1}" --delay 60 "$button"
     sleep 0.8
 }
+# What the keyboard has no key for, xdotool has to put on one
+# first, and programs take a while to learn of that.
 keys() { xdotool key --delay 80 "$@"; sleep 0.4; }
 typed() { xdotool type --delay "${2:-50}" -- "$1"; sleep 0.5; }
+typedSlowly() { typed "$1" 400; }
 # holdKey KEY SECONDS: long enough for the auto-repeat of the X server.
 holdKey() { xdotool keydown "$1"; sleep "$2"; xdotool keyup "$1"; sleep 0.4; }
 

@@ -4,8 +4,8 @@
 source "$(dirname "$0")/lib.sh"
 record handlers.qml
 drag exclusive exclusive@80,220 $variant; sees 'LOG exclusive canceled'
-drag within within@70,230 $variant; sees 'LOG within canceled'
-drag tap tap@90,300 $variant
+drag within within@70,100 $variant; sees 'LOG within canceled'
+drag tap tap@90,110 $variant
 click within; sees 'LOG within tapped'
 cameBack
 verdict
