@@ -6,5 +6,5 @@ click disabled
 click within
 click plain; sees 'LOG plain'
 cameBack
-commented "."
+commented disabled
 verdict

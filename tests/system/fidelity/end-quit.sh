@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The last click ends the program.
 source "$(dirname "$0")/lib.sh"
-noSnooze=1
+ends=1
 record ends.qml
 click plain; sees 'LOG plain'
 click quit; sees 'LOG quit'

@@ -17,14 +17,14 @@ ApplicationWindow {
     Shortcut { sequences: ["Ctrl+Shift+P", "F1"]; onActivated: console.log("LOG palette") }
     Rectangle { id: board; x: 20; y: 20; width: 200; height: 120; color: activeFocus ? "gold" : "khaki"; focus: true
         property int repeats
-    // In which order a hand lets go of Ctrl and S is nobody's concern.
-    function modifies(key) { return key >= Qt.Key_Shift && key <= Qt.Key_Alt }
-            Keys.onPressed: (event) => {
-                if (event.isAutoRepeat)
-                    console.log("NOW repeated", ++repeats > 3)
-                else if (!modifies(event.key))
-                    console.log("LOG pressed", event.key, event.modifiers, JSON.stringify(event.text))
-            }
+        // In which order a hand lets go of Ctrl and S is nobody's concern.
+        function modifies(key) { return key >= Qt.Key_Shift && key <= Qt.Key_Alt }
+        Keys.onPressed: (event) => {
+            if (event.isAutoRepeat)
+                console.log("NOW repeated", ++repeats > 3)
+            else if (!modifies(event.key))
+                console.log("LOG pressed", event.key, event.modifiers, JSON.stringify(event.text))
+        }
         Keys.onReleased: (event) => { if (!event.isAutoRepeat && !modifies(event.key)) console.log("LOG released", event.key) }
         TapHandler { onTapped: board.forceActiveFocus() } }
     TextField { id: field; x: 20; y: 160; width: 200; onTextChanged: console.log("NOW field", text) }

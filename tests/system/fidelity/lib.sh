@@ -204,13 +204,15 @@ stopRecording() {
     [ -s "$out.recorded.state" ] || broken "the program said nothing: did the input do anything?"
 }
 
-# replay [OPTIONS]: in a fresh program. What the last statement set off may take its time.
+# replay [OPTIONS]: in a fresh program. What the last statement set off may take
+# its time, unless it ends the program (ends=1).
 replay() {
     xdotool mousemove "${corner[@]}"
-    { cat "$out.js"; [ -n "${noSnooze:-}" ] || echo 'snooze(1.2);'; } >"$out.replayed.js"
+    { cat "$out.js"; [ -n "${ends:-}" ] || echo 'snooze(1.2);'; } >"$out.replayed.js"
     rm -rf "$out".{config,data}
-    "$VANTLE" replay --timeout "${replayTimeout:-6}" --junit "$out.xml" --tree "$out.replayed.json" "$@" \
-        "$out.replayed.js" -- "${program[@]}" >"$out.replayed.output" 2>&1
+    # Of a program that the script ends there are no objects.
+    [ -n "${ends:-}" ] || set -- --tree "$out.replayed.json" "$@"
+    "$VANTLE" replay --timeout "${replayTimeout:-6}" --junit "$out.xml" "$@" "$out.replayed.js" -- "${program[@]}" >"$out.replayed.output" 2>&1
     replayStatus=$?
     # What the program prints stands in the results.
     python3 - "$out.xml" >"$out.replayed" 2>/dev/null <<'PYTHON'
@@ -258,7 +260,10 @@ notNamed() {
     done
 }
 # A comment that fits stands in the script.
-commented() { grep -E '^ *//' "$out.js" | sed 1,2d | grep -qE -- "$1" || problem "no comment in the script fits: $1"; }
+commented() {
+    grep -E '^ *//' "$out.js" | grep -vE 'Recorded by|Program:|The recording was stopped|The program ended' |
+        grep -qiE -- "$1" || problem "no comment in the script fits: $1"
+}
 # The script calls these functions, in this order, and no other.
 calls() {
     local found

@@ -2,7 +2,7 @@
 # A second window that the window manager closes, then the first one.
 source "$(dirname "$0")/lib.sh"
 needs wmctrl
-noSnooze=1
+ends=1
 record windows.qml
 click openTools; sees 'LOG tools true'; inWindow '^Tools'
 wmctrl -i -c "$window"; sees 'LOG tools false'

@@ -3,7 +3,7 @@
 source "$(dirname "$0")/lib.sh"
 record windows.qml
 click popup; sees 'LOG chooser true'
-click 200,400; sees 'LOG chosen'
+click 200,370; sees 'LOG chosen'
 apart; click popup; sees 'LOG chooser true'
 click 300,60; sees 'LOG chooser false'
 apart; click plain; sees 'LOG plain'

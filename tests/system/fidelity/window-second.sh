@@ -8,6 +8,6 @@ click 100,100; typed '12'; sees 'NOW size text 12'
 inWindow '^Scene$'; click plain; sees 'LOG plain'
 inWindow '^Tools'; click 70,160; sees 'LOG tools false'
 cameBack
-named 'Button[text="Hammer"]'
+named 'Window#tools ' 'Button[text="Hammer"]'
 notNamed ':nth' '_QML' 'QmlImpl'
 verdict

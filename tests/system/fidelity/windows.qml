@@ -13,7 +13,7 @@ ApplicationWindow {
     onClosing: console.log("LOG closing")
     onWidthChanged: console.log("NOW size", width, height)
     onHeightChanged: console.log("NOW size", width, height)
-    onVisibilityChanged: console.log("NOW visibility", visibility)
+    onVisibilityChanged: (state) => console.log("NOW visibility", state)
 
     Button { id: openTools; x: 20; y: 20; text: "Tools"; onClicked: tools.show() }
     Button { id: openModal; x: 20; y: 80; text: "Ask"; onClicked: modal.show() }
