@@ -3,8 +3,8 @@
 # Variants: 1 5 35 200
 source "$(dirname "$0")/lib.sh"
 record targets.qml
-drag area area@340,40 $variant; sees 'NOW areaX'
-drag 360,60 150,300 $variant; sees 'NOW areaY'
+drag area area@440,40 $variant; sees 'LOG area released'
+drag area area@-170,280 $variant; sees 'LOG area released'
 cameBack
 calls mouseDrag mouseDrag
 verdict
