@@ -3,8 +3,8 @@
 # Variants: 1 5 35 200
 source "$(dirname "$0")/lib.sh"
 record targets.qml
-drag across across@450,45 $variant; sees 'NOW acrossX'
-drag across 615,310 $variant; sees 'NOW acrossX 500'
+drag across across@450,45 $variant; sees 'PLACE across'
+drag across 615,310 $variant; sees 'PLACE across'
 cameBack
 calls mouseDrag mouseDrag
 verdict
