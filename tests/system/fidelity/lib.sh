@@ -47,6 +47,11 @@ cleanUp() { [ -z "$recorder" ] || kill "$recorder" 2>/dev/null; }
 broken() { echo "SCENE BROKEN: $*"; [ -e "$out.recorded" ] && tail -15 "$out.recorded"; exit 3; }
 # Ends a scene for which something is missing on this computer.
 needs() { command -v "$1" >/dev/null || [ -e "$1" ] || { echo "needs $1"; exit 77; }; }
+# For scenes that import Fidelity, the module in helpers/.
+needsModule() {
+    [ -n "${VANTLE_TEST_QML:-}" ] || { echo "needs the QML module Fidelity, in VANTLE_TEST_QML"; exit 77; }
+    export QML2_IMPORT_PATH=$VANTLE_TEST_QML
+}
 problem() { echo "PROBLEM: $*"; problems=$((problems + 1)); }
 
 # waitFor SECONDS COMMAND...: until the command succeeds; whether it did.
@@ -79,7 +84,8 @@ said() { tail -n +$((seen + 1)) "$out.recorded" | grep -nE -m1 -- "$1" >"$out.sa
 # inWindow TITLE: coordinates and places are in that window from now on.
 inWindow() {
     waitFor 20 findWindow "$1" || broken "no window with the title $1"
-    # Until it has been placed and shows its content.
+    # Until the window manager has given it a frame and a place.
+    waitFor 10 isFramed
     local before=
     for _ in $(seq 40); do
         locate
@@ -88,6 +94,7 @@ inWindow() {
         sleep 0.2
     done
 }
+isFramed() { xprop -id "$window" _NET_FRAME_EXTENTS 2>/dev/null | grep -q '='; }
 findWindow() { window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1); [ -n "$window" ]; }
 locate() {
     read -r windowX windowY < <(xwininfo -id "$window" 2>/dev/null | awk '/Absolute upper-left/ { printf "%s ", $NF }')
@@ -191,7 +198,7 @@ state() {
     grep -E '^NOW ' "$1" | awk '{ last[$2] = $0 } END { for (key in last) print last[key] }' | sort
 }
 
-# Ends the recording.
+# Ends the recording, unless the program has ended it.
 stopRecording() {
     sleep 0.6
     kill -INT "$recorder" 2>/dev/null
