@@ -8,7 +8,7 @@ click files@60,60; sees 'LOG file'
 wheel files down 3; click files@60,80; sees 'LOG file'
 drag left@203,300 left@283,300 6; sees 'NOW left'
 drag top@150,203 top@150,263 6; sees 'NOW top'
-click top@60,60; typed 'note'; sees 'NOW notes note'
+click top@150,60; typed 'note'; sees 'NOW notes note'
 cameBack
 notNamed ':nth'
 verdict
