@@ -44,6 +44,8 @@ class Hand:
         self.pid = pid
         self.log = log
         self.done = {}
+        # When there was a window to act on.
+        self.last = time.monotonic()
 
     def windows(self):
         """The program's windows on the screen that are large enough to be used."""
@@ -68,6 +70,7 @@ class Hand:
         windows = self.windows()
         if not windows:
             return False
+        self.last = time.monotonic()
         window = self.random.choice(windows) if self.random.random() < 0.25 else windows[-1]
         # Drawn ahead of looking at the program, so that one seed gives one sequence.
         kind = self.random.choices(
@@ -78,7 +81,7 @@ class Hand:
         try:
             kind(window)
         except (subprocess.CalledProcessError, AttributeError):
-            return bool(self.windows())
+            return False  # the window has gone meanwhile
         self.done[kind.__name__] = self.done.get(kind.__name__, 0) + 1
         time.sleep(self.random.choice([0.05, 0.15, 0.3, 0.6]))
         return True
@@ -195,9 +198,12 @@ def record(arguments, directory):
         deadline = time.monotonic() + arguments.seconds
         count = 0
         while time.monotonic() < deadline and count < arguments.actions and recording.process.poll() is None:
-            if not hand.act():
+            if hand.act():
+                count += 1
+            elif time.monotonic() - hand.last > 20:
                 break
-            count += 1
+            else:
+                time.sleep(0.2)
         xdotool("mousemove", 1279, 899)
         ended = recording.process.poll() is not None
         if not ended:
