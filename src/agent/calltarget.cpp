@@ -2,6 +2,7 @@
 
 #include "agent/objecttree.h"
 #include "hook/delegates.h"
+#include "wrappers/qt/extensions/qtquick/inputdelivery.h"
 #include "wrappers/qt/extensions/qtquick/pressroad.h"
 #include "wrappers/qt/extensions/qtquickcommon/identity/hittesting.h"
 #include "wrappers/qt/wrapping.h"
@@ -101,6 +102,8 @@ std::optional<Obstacle> CallTarget::obstacle(const SharedPtr<Object> &object)
         m_stillness.forget();
         return Obstacle{reason, nullptr, blockerOf(object)};
     }
+    if (const auto popup = popupUnderWay(object))
+        return popup;
     if (const auto moving = motion(object))
         return moving;
     return m_needs == Needs::FreePoint ? cover(object) : std::nullopt;
@@ -124,6 +127,25 @@ void CallTarget::takeAim(const SharedPtr<Object> &object)
     m_pointInWindow = QPoint(qFloor(shown.point.x()), qFloor(shown.point.y()));
     if (item)
         m_scenePoint = item->mapToScene(point);
+}
+
+/// A popup that is opening or closing takes keys, and presses beside it, for
+/// itself. One that does so for long, as a drawer that is held halfway, is no obstacle.
+std::optional<Obstacle> CallTarget::popupUnderWay(const SharedPtr<Object> &object)
+{
+    constexpr qint64 longestWay = 1500;
+    const QQuickItem *const item = itemOf(object);
+    QQuickItem *const popup = QtWrapper::popupUnderWay(item ? item->window()
+                                                            : qobject_cast<QQuickWindow *>(windowOf(object)));
+    if (!popup) {
+        m_sincePopup.invalidate();
+        return std::nullopt;
+    }
+    if (!m_sincePopup.isValid())
+        m_sincePopup.start();
+    if (m_sincePopup.elapsed() > longestWay)
+        return std::nullopt;
+    return Obstacle{QStringLiteral("%1 is still opening or closing"), QtWrapper::wrapAndRegisterQObject(popup)};
 }
 
 std::optional<Obstacle> CallTarget::motion(const SharedPtr<Object> &object)

@@ -4,6 +4,7 @@
 #include "agent/targets.h"
 #include "hook/object.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 #include <QtCore/QPoint>
 #include <QtCore/QPointer>
@@ -69,6 +70,7 @@ public:
 
 private:
     void takeAim(const SharedPtr<Object> &object);
+    std::optional<Obstacle> popupUnderWay(const SharedPtr<Object> &object);
     std::optional<Obstacle> motion(const SharedPtr<Object> &object);
     std::optional<Obstacle> cover(const SharedPtr<Object> &object) const;
     QString whereItIsAimedAt() const;
@@ -78,6 +80,7 @@ private:
     Needs m_needs;
     Aim m_aim;
     Stillness m_stillness;
+    QElapsedTimer m_sincePopup; // was first seen under way
 
     QPointer<QWindow> m_window;
     QPoint m_pointInWindow;

@@ -40,6 +40,21 @@ QRectF exactRect(const SharedPtr<Object> &object, const QQuickItem *item)
     return item->mapRectToScene(QRectF(QPointF(), item->size())).translated(item->window()->position());
 }
 
+// Parts that move for longer may do so for ever, as those of a busy indicator.
+constexpr qint64 longestMotionOfParts = 600;
+
+// What has more is no control.
+constexpr qsizetype mostParts = 24;
+
+QList<QRectF> partsOf(const QQuickItem *item)
+{
+    const QList<QQuickItem *> children = item->childItems();
+    QList<QRectF> parts;
+    for (const QQuickItem *child : children.first(qMin(children.size(), mostParts)))
+        parts.append(QRectF(child->position(), child->size()));
+    return parts;
+}
+
 bool isDrawn(const QQuickWindow *window)
 {
     return window && window->isExposed() && !window->size().isEmpty();
@@ -62,7 +77,11 @@ bool Stillness::isAtRest(const SharedPtr<Object> &object)
 {
     QObject *const native = QtWrapper::nativeQObject(object);
     const Place place = placeOf(object);
-    if (native && native == m_object && place == m_place) {
+    const bool isSameWhole = native && native == m_object && place.isSameWhole(m_place);
+    if (!isSameWhole)
+        m_sinceWholeMoved.start();
+    const bool mayPartsMove = isSameWhole && m_sinceWholeMoved.elapsed() > longestMotionOfParts;
+    if (isSameWhole && (place.parts == m_place.parts || mayPartsMove)) {
         if (hasHadItsChance()) {
             m_ticks.stop();
             return true;
@@ -90,7 +109,7 @@ void Stillness::forget()
 Stillness::Place Stillness::placeOf(const SharedPtr<Object> &object)
 {
     auto *item = qobject_cast<QQuickItem *>(QtWrapper::nativeQObject(object));
-    Place place{exactRect(object, item), {}};
+    Place place{exactRect(object, item), {}, item ? partsOf(item) : QList<QRectF>()};
     m_carrier.clear();
     for (; item; item = item->parentItem()) {
         if (!item->inherits("QQuickFlickable") || !item->property("moving").toBool())

@@ -72,8 +72,11 @@ private:
     {
         QRectF rect;
         QList<QPointF> contents;
+        /// What it consists of, inside of it: a delegate that slides back rests
+        /// itself while its content moves.
+        QList<QRectF> parts;
 
-        bool operator==(const Place &) const = default;
+        bool isSameWhole(const Place &other) const { return rect == other.rect && contents == other.contents; }
     };
 
     Place placeOf(const SharedPtr<Object> &object);
@@ -86,6 +89,7 @@ private:
     QPointer<QQuickItem> m_carrier;
     QPointer<QQuickWindow> m_window;
     QElapsedTimer m_sinceChange;
+    QElapsedTimer m_sinceWholeMoved;
     AnimationTicks m_ticks;
     int m_frames = 0;
 };

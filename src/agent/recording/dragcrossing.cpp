@@ -3,6 +3,7 @@
 #include "wrappers/qt/dragrules.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace Vantle::Agent {
@@ -40,6 +41,34 @@ QPoint crossingOn(QPoint way, int dragDistance)
     return crossing.manhattanLength() >= dragDistance ? crossing : QtWrapper::crossingOffset(way);
 }
 
+bool isBeyond(QPoint way, int threshold)
+{
+    return std::max(std::abs(way.x()), std::abs(way.y())) > threshold;
+}
+
+/// Where on its way of \p distance behind the crossing the player is first
+/// beyond \p threshold along an axis, seen from the press.
+QPoint playedStart(QPoint distance, int threshold)
+{
+    const QPoint crossing = QtWrapper::crossingOffset(distance);
+    const int length = std::max(std::abs(distance.x()), std::abs(distance.y()));
+    QPoint place = crossing;
+    for (int pixel = 1; pixel <= length && !isBeyond(place, threshold); ++pixel)
+        place = crossing + QPoint(qRound(1.0 * distance.x() * pixel / length), qRound(1.0 * distance.y() * pixel / length));
+    return place;
+}
+
+/// Where to cross on \p way so that what is dragged loses in the player's hands
+/// what it lost when it set off at \p start.
+QPoint crossingWithLoss(QPoint way, QPoint start, int threshold, int dragDistance)
+{
+    QPoint distance = QtWrapper::distanceBehindCrossing(way);
+    for (int round = 0; round < 4; ++round)
+        distance = way - start + playedStart(distance, threshold) - QtWrapper::crossingOffset(distance);
+    const QPoint crossing = way - distance;
+    return crossing.manhattanLength() >= dragDistance ? crossing : crossingOn(way, dragDistance);
+}
+
 } // namespace
 
 void DragCrossing::take(const SyntheticEvent &record)
@@ -58,13 +87,15 @@ void DragCrossing::takeMouse(const SyntheticEvent &record)
     case SyntheticEvent::Press:
         m_press = record;
         m_crossing.reset();
+        m_start.reset();
+        m_loss = m_lossOf(record);
         pass(record);
         break;
     case SyntheticEvent::Move:
-        if (!m_press)
+        if (m_press)
+            takeMove(record);
+        else
             pass(record);
-        else if (!m_crossing && (globalOf(record) - globalOf(*m_press)).manhattanLength() >= m_dragDistance())
-            m_crossing = record;
         break;
     case SyntheticEvent::Release:
         if (m_press && m_press->button == record.button)
@@ -72,6 +103,15 @@ void DragCrossing::takeMouse(const SyntheticEvent &record)
         pass(record);
         break;
     }
+}
+
+void DragCrossing::takeMove(const SyntheticEvent &move)
+{
+    const QPoint way = globalOf(move) - globalOf(*m_press);
+    if (!m_crossing && way.manhattanLength() >= m_dragDistance())
+        m_crossing = move;
+    if (m_loss && !m_start && isBeyond(way, *m_loss))
+        m_start = way;
 }
 
 void DragCrossing::endDrag(const SyntheticEvent &release)
@@ -84,7 +124,8 @@ void DragCrossing::endDrag(const SyntheticEvent &release)
     SyntheticEvent move = m_crossing.value_or(release);
     move.mouseEventType = SyntheticEvent::Move;
     move.button = MouseButton::None;
-    const QPoint place = globalOf(press) + crossingOn(way, dragDistance);
+    const QPoint place = globalOf(press)
+        + (m_start ? crossingWithLoss(way, *m_start, *m_loss, dragDistance) : crossingOn(way, dragDistance));
     move.globalX = place.x();
     move.globalY = place.y();
     pass(move);

@@ -7,6 +7,7 @@
 #include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/qtquickflickeventgenerator.h"
 #include "wrappers/qt/functions/inputplayer.h"
+#include "wrappers/qt/wrapping.h"
 
 #include <QtGui/QGuiApplication>
 #include <QtGui/QDropEvent>
@@ -70,6 +71,18 @@ int dragDistance()
     return QGuiApplication::styleHints()->startDragDistance();
 }
 
+/// The threshold of a mouse area that drags an item smoothly: it moves it only by
+/// what comes behind the move that was beyond. Nothing for anything else.
+std::optional<int> lossOf(const SyntheticEvent &press)
+{
+    const auto *const area = qobject_cast<QQuickItem *>(QtWrapper::nativeQObject(press.object));
+    if (!area || !area->inherits("QQuickMouseArea"))
+        return std::nullopt;
+    const QObject *const drag = area->property("drag").value<QObject *>();
+    const bool isSmooth = drag && drag->property("target").value<QObject *>() && drag->property("smoothed").toBool();
+    return isSmooth ? std::optional(qRound(drag->property("threshold").toReal())) : std::nullopt;
+}
+
 } // namespace
 
 /// Gives records to the recorder.
@@ -87,11 +100,18 @@ EventWatcher::EventWatcher(std::chrono::milliseconds settlingTime)
     : m_settling(settlingTime)
     , m_windows([this](QWindow *window, QEvent *event) { record(window, event); }, settlingTime)
     , m_pointer(
-          &m_texts, [this](const SyntheticEvent &foreseen) { m_flickGenerator->peekSyntheticEvent(foreseen); },
+          &m_ledger, [this](const SyntheticEvent &foreseen) { m_flickGenerator->peekSyntheticEvent(foreseen); },
           [this](QQuickItem *item) { recordHover(item); })
-    , m_patterns([this] { flush(); }, dragDistance)
-    , m_drags(dragDistance)
+    , m_ledger(dragDistance)
+    , m_patterns(
+          [this](const SyntheticEvent &beginning) {
+              m_ledger.claim(beginning);
+              flush();
+          },
+          dragDistance)
+    , m_drags(dragDistance, lossOf)
 {
+    m_ledger.setNext(&m_texts);
     m_texts.setNext(&m_patterns);
     m_patterns.setNext(&m_drags);
 }
@@ -251,6 +271,7 @@ void EventWatcher::flush()
     m_recorder->eatEvent(end);
     m_recorder->flushEventQueue();
     m_modifiers.reset();
+    m_ledger.settle();
 }
 
 void EventWatcher::letGo()
@@ -274,7 +295,7 @@ void EventWatcher::record(QObject *receiver, QEvent *event)
         return;
     }
     m_modifiers.noteRecord(record);
-    m_texts.take(record);
+    m_ledger.take(record);
 }
 
 } // namespace Vantle::Agent

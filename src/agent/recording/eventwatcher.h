@@ -3,6 +3,7 @@
 #include "agent/recording/dragcrossing.h"
 #include "agent/recording/hostpatterns.h"
 #include "agent/recording/hoverpath.h"
+#include "agent/recording/inputledger.h"
 #include "agent/recording/keyreleases.h"
 #include "agent/recording/modifiertracker.h"
 #include "agent/recording/pointerdelivery.h"
@@ -61,6 +62,9 @@ public:
     /// handed over, since the recorder goes with the watch.
     void stop();
 
+    /// See InputLedger, which has to be told of every statement.
+    InputLedger &ledger() { return m_ledger; }
+
     bool eventFilter(QObject *receiver, QEvent *event) override;
 
 private:
@@ -88,6 +92,7 @@ private:
     KeyReleases m_keyReleases;
     ModifierTracker m_modifiers;
     // The line, in this order.
+    InputLedger m_ledger;
     TextRuns m_texts;
     HostPatterns m_patterns;
     DragCrossing m_drags;

@@ -76,7 +76,7 @@ void HostPatterns::recordHeld(const SyntheticEvent &release)
 {
     const SyntheticEvent press = *std::exchange(m_press, std::nullopt);
     // The press is of no use without its release.
-    m_finish();
+    m_finish(press);
     HostStatements::mousePress(press);
     HostStatements::snooze(timeBetween(press, release), press);
     HostStatements::mouseRelease(press, release);
@@ -87,7 +87,7 @@ void HostPatterns::takeModifierRelease(const SyntheticEvent &record)
     const std::optional<SyntheticEvent> press = std::exchange(m_modifier, std::nullopt);
     if (!press || press->key != record.key)
         return;
-    m_finish();
+    m_finish(*press);
     HostStatements::keyPress(*press, nameOfModifier(press->key));
     HostStatements::keyRelease(*press, nameOfModifier(press->key));
 }
@@ -97,7 +97,7 @@ void HostPatterns::takeDrop(const SyntheticEvent &target)
     const std::optional<SyntheticEvent> press = std::exchange(m_press, std::nullopt);
     if (!press)
         return;
-    m_finish();
+    m_finish(*press);
     HostStatements::dragAndDrop(*press, target);
 }
 

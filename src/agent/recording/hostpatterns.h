@@ -14,9 +14,9 @@ namespace Vantle::Agent {
 class HostPatterns final : public RecordStage
 {
 public:
-    /// \p finish has the recorder give all that it holds, and forget the rest.
-    /// \p dragDistance is in pixels.
-    HostPatterns(std::function<void()> finish, int (*dragDistance)())
+    /// \p finish has the recorder give all that it holds, and forget the press or
+    /// key with which a pattern of this stage begins. \p dragDistance is in pixels.
+    HostPatterns(std::function<void(const QtWrapper::SyntheticEvent &beginning)> finish, int (*dragDistance)())
         : m_finish(std::move(finish))
         , m_dragDistance(dragDistance)
     {
@@ -41,7 +41,7 @@ private:
     bool isHeldLong(const QtWrapper::SyntheticEvent &release) const;
     void recordHeld(const QtWrapper::SyntheticEvent &release);
 
-    std::function<void()> m_finish;
+    std::function<void(const QtWrapper::SyntheticEvent &)> m_finish;
     int (*m_dragDistance)();
     std::optional<QtWrapper::SyntheticEvent> m_press;
     std::optional<QtWrapper::SyntheticEvent> m_modifier; ///< pressed, with nothing behind it

@@ -26,7 +26,11 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(RecordingSession)
 
+    void send(const EventData &statement);
+    void sendOutlook(const QList<EventData> &statements);
+
     Host *m_host;
+    Protocol::Connection *m_connection;
     std::unique_ptr<DigestReporter> m_digests; ///< null without
     EventWatcher m_watcher;
 };

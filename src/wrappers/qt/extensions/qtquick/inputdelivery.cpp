@@ -1,5 +1,7 @@
 #include "wrappers/qt/extensions/qtquick/inputdelivery.h"
 
+#include "wrappers/qt/extensions/qtquick/modality_p.h"
+
 #include <QtCore/QMetaMethod>
 #include <QtCore/QVariant>
 #include <QtQuick/QQuickItem>
@@ -146,6 +148,14 @@ QQuickItem *answererFor(QQuickItem *taker, QPointF scenePoint)
         return taker->parentItem();
     QQuickItem *const editor = taker ? editorAround(taker) : nullptr;
     return editor && editor->contains(editor->mapFromScene(scenePoint)) ? editor : taker;
+}
+
+QQuickItem *popupUnderWay(const QQuickWindow *window)
+{
+    const QQuickItem *const layer = window ? popupLayer(window) : nullptr;
+    const QList<QQuickItem *> popups = layer ? layer->childItems() : QList<QQuickItem *>();
+    const auto underWay = std::find_if(popups.cbegin(), popups.cend(), isOpeningOrClosing);
+    return underWay != popups.cend() ? *underWay : nullptr;
 }
 
 InputDelivery InputDelivery::toItem(QQuickItem *item)

@@ -27,6 +27,10 @@ VANTLEQTQUICK_EXPORT QQuickItem *dropTakerAt(const QQuickWindow *window, QPointF
 /// the rest with, else \p taker itself. Null for null.
 VANTLEQTQUICK_EXPORT QQuickItem *answererFor(QQuickItem *taker, QPointF scenePoint);
 
+/// A popup of \p window that is on its way to or from the screen, and takes keys
+/// and presses for itself meanwhile; null if there is none, and for a null window.
+VANTLEQTQUICK_EXPORT QQuickItem *popupUnderWay(const QQuickWindow *window);
+
 /// As long as one of these lives, the standard extension has the library pass
 /// over the items that a certain input does not mean. The innermost one counts.
 /// Lives on the thread of the user interface.

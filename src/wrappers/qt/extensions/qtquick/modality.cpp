@@ -16,14 +16,6 @@ namespace {
 // have to load that library for our sake.
 constexpr char PopupClass[] = "QQuickPopup";
 
-// Controls keep the layer of a window's popups as a dynamic property of the
-// window. Asking for it there makes no layer where there is none, and costs
-// the same in every scene.
-const QQuickItem *popupLayer(const QQuickWindow *window)
-{
-    return qobject_cast<QQuickItem *>(qvariant_cast<QObject *>(window->property("_q_QQuickOverlay")));
-}
-
 // The item of a popup belongs to the popup object, which is no item itself.
 const QObject *popupOf(const QQuickItem *popupItem)
 {
@@ -43,6 +35,20 @@ bool isSelfOrAncestor(const QQuickItem *ancestor, const QQuickItem *item)
 }
 
 } // namespace
+
+// Controls keep the layer of a window's popups as a dynamic property of the
+// window. Asking for it there makes no layer where there is none, and costs
+// the same in every scene.
+const QQuickItem *popupLayer(const QQuickWindow *window)
+{
+    return qobject_cast<QQuickItem *>(qvariant_cast<QObject *>(window->property("_q_QQuickOverlay")));
+}
+
+bool isOpeningOrClosing(const QQuickItem *popupItem)
+{
+    const QObject *const popup = popupItem->isVisible() ? popupOf(popupItem) : nullptr;
+    return popup && !popup->property("opened").toBool();
+}
 
 QQuickItem *modalPopupAbove(const QQuickItem *item)
 {

@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 
 class QQuickItem;
+class QQuickWindow;
 
 namespace Vantle::QtWrapper {
 
@@ -14,6 +15,14 @@ QQuickItem *modalPopupAbove(const QQuickItem *item);
 /// Whether a modal popup is open in \p popupLayer, the item in which the popups
 /// of a window live.
 bool holdsOpenModalPopup(const QQuickItem *popupLayer);
+
+/// The item in which the popups of Qt Quick Controls in \p window live; null if
+/// there has been none yet.
+const QQuickItem *popupLayer(const QQuickWindow *window);
+
+/// Whether \p popupItem, an item in that layer, is that of a popup on its way to
+/// or from the screen.
+bool isOpeningOrClosing(const QQuickItem *popupItem);
 
 /// How a popup is called in messages: type and title or object name.
 QString popupDescription(const QQuickItem *popup);

@@ -2,11 +2,14 @@
 
 #include "wrappers/qt/extensions/qtquick/modality_p.h"
 
+#include <QtCore/QMetaMethod>
 #include <QtCore/QVariant>
+#include <QtCore/private/qmetaobject_p.h>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/private/qquickflickable_p.h>
 #include <QtQuick/private/qquickitem_p.h>
+#include <QtQuick/private/qquickmousearea_p.h>
 #include <QtQuick/private/qquickpointerdevicehandler_p.h>
 #include <QtQuick/private/qquicktext_p.h>
 
@@ -60,6 +63,16 @@ bool takesPress(QQuickItem *item, QPointF point, Qt::MouseButton button)
                        [button](const QQuickPointerHandler *handler) { return takesPress(handler, button); });
 }
 
+/// Whether \p item looks at each press and may let it through all the same.
+bool mayDecline(const QQuickItem *item)
+{
+    static const QMetaMethod pressed = QMetaMethod::fromSignal(
+        qOverload<QQuickMouseEvent *>(&QQuickMouseArea::pressed));
+    return item->inherits("QQuickMouseArea")
+        && QObjectPrivate::get(const_cast<QQuickItem *>(item))
+               ->isSignalConnected(static_cast<uint>(QMetaObjectPrivate::signalIndex(pressed)));
+}
+
 /// Goes down from \p item to whoever ends the road. False if it isn't ended there.
 bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::MouseButton button, PressRoad *road)
 {
@@ -78,7 +91,7 @@ bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::
         return true;
     if (isInside && target && (item == target || target->isAncestorOf(item)))
         road->reachesTarget = true;
-    else if (isInside && takesPress(item, point, button))
+    else if (isInside && takesPress(item, point, button) && !(target && mayDecline(item)))
         road->takenBy = item;
     return road->reachesTarget || road->takenBy || descend(false);
 }

@@ -24,12 +24,14 @@ struct PressRoad
 /// delivers presses. Texts and decorations let them through, and so do disabled
 /// items; what lies inside of the target belongs to it.
 ///
-/// An item can decide to let a single press through, which only trying would tell.
+/// An item can decide to let a single press through, which only trying would tell:
+/// a mouse area that looks at its presses is not taken for an end of the road.
 /// Runs on the thread that owns the items; no script of an extension is asked.
 VANTLEQTQUICK_EXPORT PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button);
 
 /// What a press at \p scenePoint of \p window goes to: the topmost item there
-/// that takes it; null where nothing does. The same notes as above apply.
+/// that takes it; null where nothing does. Of items
+/// that may let single presses through it is not known whether they will.
 VANTLEQTQUICK_EXPORT QQuickItem *pressTakerAt(const QQuickWindow *window, QPointF scenePoint, Qt::MouseButton button);
 
 } // namespace Vantle::QtWrapper
