@@ -62,7 +62,14 @@ private:
     std::size_t m_next = 0;
 };
 
-std::optional<Qt::MouseButton> buttonOf(int value)
+/// Two numbers alone are read as modifiers and button, and are most likely meant
+/// as something else.
+QString coordinatesHint(const Interaction &call)
+{
+    return call.coordinates ? QString() : QStringLiteral("; coordinates need a button");
+}
+
+std::optional<Qt::MouseButton> buttonOf(int value, const QString &hint)
 {
     switch (value) {
     case Qt::LeftButton:
@@ -70,12 +77,14 @@ std::optional<Qt::MouseButton> buttonOf(int value)
     case Qt::MiddleButton: return static_cast<Qt::MouseButton>(value);
     default:
         Inspector::self()->raiseError(
-            QStringLiteral("No mouse button has the value %1: expected 1 (left), 2 (right) or 4 (middle)").arg(value));
+            QStringLiteral("No mouse button has the value %1: expected 1 (left), 2 (right) or 4 (middle)%2")
+                .arg(value)
+                .arg(hint));
         return std::nullopt;
     }
 }
 
-std::optional<Qt::KeyboardModifiers> modifiersOf(int value)
+std::optional<Qt::KeyboardModifiers> modifiersOf(int value, const QString &hint)
 {
     constexpr Qt::KeyboardModifiers known = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier
         | Qt::MetaModifier;
@@ -84,8 +93,9 @@ std::optional<Qt::KeyboardModifiers> modifiersOf(int value)
         return modifiers;
     Inspector::self()->raiseError(
         QStringLiteral("%1 is no set of keyboard modifiers: expected a sum of Qt::ShiftModifier, "
-                       "Qt::ControlModifier, Qt::AltModifier and Qt::MetaModifier")
-            .arg(value));
+                       "Qt::ControlModifier, Qt::AltModifier and Qt::MetaModifier%2")
+            .arg(value)
+            .arg(hint));
     return std::nullopt;
 }
 
@@ -111,12 +121,13 @@ bool read(ArgumentReader *arguments, Takes what, Interaction *call)
     }
     case Takes::State: call->state = arguments->integer(); return true;
     case Takes::Modifiers: {
-        const std::optional<Qt::KeyboardModifiers> modifiers = modifiersOf(arguments->integer());
+        const std::optional<Qt::KeyboardModifiers> modifiers = modifiersOf(arguments->integer(),
+                                                                           coordinatesHint(*call));
         call->modifiers = modifiers.value_or(Qt::NoModifier);
         return modifiers.has_value();
     }
     case Takes::Button: {
-        const std::optional<Qt::MouseButton> button = buttonOf(arguments->integer());
+        const std::optional<Qt::MouseButton> button = buttonOf(arguments->integer(), coordinatesHint(*call));
         call->button = button.value_or(Qt::NoButton);
         return button.has_value();
     }
