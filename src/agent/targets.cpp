@@ -28,8 +28,13 @@ QString reasonFrom(const QtWrapper::LookupCandidate &closest, const QString &oth
 {
     if (QtWrapper::isOnlyHidden(closest))
         return QStringLiteral("it is there, but not visible");
-    if (closest.differences.size() == 1 && closest.differences.first().key == QLatin1String("container"))
-        return QStringLiteral("it is in another window, %1").arg(closest.differences.first().found);
+    if (closest.differences.size() != 1)
+        return otherwise;
+    const QtWrapper::PropertyDifference &difference = closest.differences.first();
+    if (difference.key == QLatin1String("window"))
+        return QStringLiteral("it is in another window, %1").arg(difference.found);
+    if (difference.key == QLatin1String("container"))
+        return QStringLiteral("it is there, but not below %1").arg(difference.expected);
     return otherwise;
 }
 

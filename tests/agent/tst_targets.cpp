@@ -229,30 +229,41 @@ TEST_F(CommandScene, WhatIsHiddenComesFirstAndThenWhatIsInAnotherWindow)
 {
     load(R"qml(
         import QtQuick
-        Window {
-            id: first; width: 100; height: 100; visible: true
-            Rectangle { id: ok; visible: false }
-            Rectangle { id: oh }
+        QtObject {
+            property Window first: Window {
+                id: first; width: 100; height: 100; visible: true
+                Rectangle { objectName: "oh" }
+                Rectangle { objectName: "ok"; visible: false }
+            }
             property Window second: Window {
                 id: second; width: 100; height: 100; visible: true
-                Rectangle { id: ok }
-                Rectangle { id: far }
+                Rectangle { objectName: "ok" }
+                Rectangle { objectName: "far" }
             }
         })qml");
     const auto failure = [this](const char *name) {
         return failureOf("find", {{QStringLiteral("name"), QString::fromUtf8(name)}});
     };
-    const Protocol::Error hidden = failure("WindowQmlImpl#first Rectangle#ok:visible");
+    const Protocol::Error hidden = failure("WindowQmlImpl#first Rectangle[objectName=\"ok\"]:visible");
     const auto data = Protocol::NotFound::fromJson(hidden.data.toObject());
     ASSERT_TRUE(data && data->candidates.size() >= 2);
     EXPECT_EQ(data->reason, QStringLiteral("it is there, but not visible"));
     EXPECT_EQ(data->candidates.at(0).differences.first().key, QStringLiteral("visible"));
     EXPECT_TRUE(data->candidates.at(1).name.contains(QStringLiteral("#second")))
         << qPrintable(data->candidates.at(1).name);
-    EXPECT_EQ(data->candidates.at(1).differences.first().key, QStringLiteral("container"));
-    const Protocol::Error elsewhere = failure("WindowQmlImpl#first Rectangle#far:visible");
+    EXPECT_EQ(data->candidates.at(1).differences.first().key, QStringLiteral("window"));
+    const Protocol::Error elsewhere = failure("WindowQmlImpl#first Rectangle[objectName=\"far\"]:visible");
     EXPECT_TRUE(elsewhere.message.contains(QStringLiteral("it is in another window, ")))
         << qPrintable(elsewhere.message);
+}
+
+TEST_F(FormCommands, WhatIsInTheWindowButNotInTheContainerIsToldAsThat)
+{
+    const Protocol::Error error = failureOf(
+        "find", json(R"({"name": "WindowQmlImpl#form Rectangle#twin [objectName=\"label\"]"})"));
+    EXPECT_TRUE(
+        error.message.contains(QStringLiteral(": it is there, but not below \"WindowQmlImpl#form Rectangle#twin")))
+        << qPrintable(error.message);
 }
 
 TEST_F(FormCommands, StrictNamesHaveToFitOneObjectOnly)

@@ -41,22 +41,32 @@ ObjectList windowsShownFirst()
     return objects;
 }
 
-QString quotedName(const SharedPtr<Object> &object)
+QString quoted(const QString &name)
 {
-    return QLatin1Char('"') + object->scriptName() + QLatin1Char('"');
+    return QLatin1Char('"') + name + QLatin1Char('"');
 }
 
-/// The name of the window that \p object, an item, is in; it is the first step of
-/// the object's own.
-QString quotedWindow(const SharedPtr<Object> &object)
+QString containerOf(const QString &name)
 {
-    ObjectName name(object->scriptName());
-    for (;;) {
-        const QString container = name.property(QStringLiteral("container")).stringValue();
-        if (container.isEmpty())
-            return QLatin1Char('"') + name.qualifiedName() + QLatin1Char('"');
-        name = ObjectName(container);
-    }
+    return ObjectName(name).property(QStringLiteral("container")).stringValue();
+}
+
+/// The first step of a name, which says the window.
+QString windowOf(QString name)
+{
+    for (QString container = containerOf(name); !container.isEmpty(); container = containerOf(name))
+        name = container;
+    return name;
+}
+
+/// How it shows that \p object is not below \p container.
+PropertyDifference placeDifference(const SharedPtr<Object> &container, const SharedPtr<Object> &object)
+{
+    const QString expected = container->scriptName();
+    const QString found = object->scriptName();
+    if (windowOf(expected) != windowOf(found))
+        return {QStringLiteral("window"), quoted(windowOf(expected)), quoted(windowOf(found))};
+    return {QStringLiteral("container"), quoted(expected), quoted(containerOf(found))};
 }
 
 // What the closest candidate fails on, as the end of a sentence.
@@ -171,8 +181,7 @@ QList<LookupCandidate> ObjectLookup::closestBelow(const SharedPtr<Object> &conta
         if (object->isNull() || insiders.contains(nativeQObject(object))
             || !m_generator->mismatchedProperties(object, properties).isEmpty())
             continue;
-        candidates.insert(place,
-                          {object, {{QStringLiteral("container"), quotedName(container), quotedWindow(object)}}});
+        candidates.insert(place, {object, {placeDifference(container, object)}});
         break;
     }
     candidates.resize(std::min(candidates.size(), limit));
@@ -248,7 +257,8 @@ SharedPtr<Object> ObjectLookup::findInWindows(const ObjectName &name, int *remai
     return {};
 }
 
-/// How many objects the steps of a name fit that says no occurrence.
+/// How many objects the steps of a name fit that says no occurrence. Who wants to
+/// see none of them wants to know whether there are two.
 Ambiguity ObjectLookup::ambiguity(const QString &text, qsizetype limit) const
 {
     const ObjectName name = m_names->expanded(ObjectName(text));
@@ -267,7 +277,7 @@ Ambiguity ObjectLookup::ambiguity(const QString &text, qsizetype limit) const
         QString unwanted;
         setOccurrence(&one, static_cast<int>(result.count) + 1);
         const SharedPtr<Object> object = findNamed(one, &unwanted);
-        if (!object || result.count == mostCounted)
+        if (!object || result.count == (limit > 0 ? mostCounted : 2))
             break;
         ++result.count;
         if (static_cast<qsizetype>(result.objects.size()) < limit)
