@@ -253,7 +253,9 @@ void InspectSession::programEnded(const ProgramEnd &end)
     m_quitTimer.stop();
     const QString &program = m_options.launch.words.first();
     if (end.crashed) {
-        Console::say(QStringLiteral("\"%1\" ended with %2").arg(program, signalText(end.number)));
+        Console::say(m_state == State::Starting
+                         ? crashAtStartText(program, signalText(end.number))
+                         : QStringLiteral("\"%1\" ended with %2").arg(program, signalText(end.number)));
         failWith(ProgramCrashed);
     } else if (m_state == State::Starting) {
         Console::say(QStringLiteral("\"%1\" ended with exit code %2 before the agent reported. %3")

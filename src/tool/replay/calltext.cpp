@@ -130,7 +130,11 @@ QStringList CallText::typesFor(const QString &function, const QJsonArray &argume
 
 bool saysTheSame(const QString &source, const QString &call)
 {
-    return normalised(source).contains(normalised(call));
+    // There may be more in the script that makes no difference, such as a limit.
+    QString beginning = normalised(call);
+    if (beginning.endsWith(QLatin1Char(')')))
+        beginning.chop(1);
+    return normalised(source).contains(beginning);
 }
 
 } // namespace Vantle::Tool::Replay

@@ -68,6 +68,7 @@ TEST(CallText, aStatementThatSaysItAlreadyIsLeftAlone)
     using Tool::Replay::saysTheSame;
     EXPECT_TRUE(saysTheSame(QStringLiteral("fly( 'x',1 );"), QStringLiteral("fly(\"x\", 1)")));
     EXPECT_TRUE(saysTheSame(QStringLiteral("const a = fly(\n  'x');"), QStringLiteral("fly(\"x\")")));
+    EXPECT_TRUE(saysTheSame(QStringLiteral("waitForObject('x', 100);"), QStringLiteral("waitForObject(\"x\")")));
     EXPECT_FALSE(saysTheSame(QStringLiteral("for (const a of all) fly(a);"), QStringLiteral("fly(\"x\")")));
 }
 
