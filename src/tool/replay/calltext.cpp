@@ -1,6 +1,7 @@
 #include "tool/replay/calltext.h"
 
 #include "protocol/messages.h"
+#include "tool/enumerators.h"
 #include "tool/statementtext.h"
 #include "tool/stringliteral.h"
 
@@ -48,10 +49,26 @@ QString valueText(const QJsonValue &value, const QString &type, const std::funct
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
+/// Whether a number can be meant as an enumerator at all: two coordinates alone
+/// would pass for modifiers and a button otherwise.
+bool isEnumerator(qint64 number, const QString &type)
+{
+    const auto isOneOf = [number](const Enumerators::Named &named) { return named.value == number; };
+    if (type == QLatin1String("Qt::MouseButton"))
+        return std::any_of(Enumerators::buttons.begin(), Enumerators::buttons.end(), isOneOf);
+    if (type != QLatin1String("Qt::KeyboardModifiers"))
+        return true;
+    for (const Enumerators::Named &named : Enumerators::modifiers)
+        number &= ~static_cast<qint64>(named.value);
+    return number == 0;
+}
+
 bool fits(const QJsonValue &value, const QString &type)
 {
     const bool isText = type == QLatin1String("QString");
-    return value.isString() ? isText : !value.isDouble() || !isText;
+    if (value.isDouble())
+        return !isText && isEnumerator(value.toInteger(-1), type);
+    return !value.isString() || isText;
 }
 
 QString normalised(QString text)

@@ -43,6 +43,8 @@ TEST(CallText, writesCallsAsTheyWouldBeRecorded)
               QStringLiteral("mouseClick(\"Main\", 3, 4, Qt.LeftButton)"));
     EXPECT_EQ(textOf("call", R"({"function": "mouseClick", "arguments": ["Main", 33554432, 2]})"),
               QStringLiteral("mouseClick(\"Main\", Qt.ShiftModifier, Qt.RightButton)"));
+    EXPECT_EQ(textOf("call", R"({"function": "mouseClick", "arguments": ["Main", 5, 4]})"),
+              QStringLiteral("mouseClick(\"Main\", 5, 4)"));
 }
 
 TEST(CallText, callsObjectsByTheirNames)
