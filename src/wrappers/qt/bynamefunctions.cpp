@@ -40,6 +40,7 @@ void append(QList<Argument> *arguments, Takes what)
     case Takes::Index: append(arguments, integer, {"index"}); return;
     case Takes::Cell: append(arguments, integer, {"row", "column"}); return;
     case Takes::EntryText: append(arguments, text, {"text"}); return;
+    case Takes::ContentPosition: append(arguments, integer, {"contentX", "contentY"}); return;
     case Takes::Key: append(arguments, text, {"key"}); return;
     case Takes::Text: append(arguments, text, {"text"}); return;
     case Takes::Gesture: append(arguments, text, {"gesture"}); return;
@@ -78,6 +79,7 @@ VANTLE_BY_NAME_FUNCTION(typeTextByNameFn, typeText, Text)
 VANTLE_BY_NAME_FUNCTION(keyPressByNameFn, keyPress, Key)
 VANTLE_BY_NAME_FUNCTION(keyReleaseByNameFn, keyRelease, Key)
 VANTLE_BY_NAME_FUNCTION(mouseWheelByNameFn, mouseWheel, Coordinates, WheelDeltas, Modifiers)
+VANTLE_BY_NAME_FUNCTION(mouseWheelToByNameFn, mouseWheel, Coordinates, WheelDeltas, Modifiers, ContentPosition)
 VANTLE_BY_NAME_FUNCTION(scrollToOByNameFn, scrollTo)
 VANTLE_BY_NAME_FUNCTION(scrollToOIByNameFn, scrollTo, Index)
 VANTLE_BY_NAME_FUNCTION(scrollToORCByNameFn, scrollTo, Cell)

@@ -27,6 +27,8 @@ VANTLEQTWRAPPER_EXPORT const Method *typeTextByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *keyPressByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *keyReleaseByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *mouseWheelByNameFn();
+/// With the place where the content ends.
+VANTLEQTWRAPPER_EXPORT const Method *mouseWheelToByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *scrollToOByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *scrollToOIByNameFn();
 VANTLEQTWRAPPER_EXPORT const Method *scrollToORCByNameFn();

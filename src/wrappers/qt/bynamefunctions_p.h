@@ -14,6 +14,7 @@ inline constexpr auto inputByNameFns = std::to_array<const Method *(*)()>({
     keyPressByNameFn,
     keyReleaseByNameFn,
     mouseWheelByNameFn,
+    mouseWheelToByNameFn,
     scrollToOByNameFn,
     scrollToOIByNameFn,
     scrollToORCByNameFn,

@@ -3,6 +3,7 @@
 #include "hook/object.h"
 #include "wrappers/qt/wrapperglobal.h"
 
+#include <QtCore/QPoint>
 #include <QtCore/QString>
 
 #include <functional>
@@ -18,6 +19,9 @@ struct ScrollGoal
     std::optional<int> row;
     std::optional<int> column;
     std::optional<QString> text; ///< what the entry shows
+    /// Where the content of the flickable is to be that the object is or lies
+    /// in; no entry is meant then.
+    std::optional<QPoint> content;
 };
 
 /// Brings \p goal of \p object, which exists, into view. Gives what is wrong in
@@ -27,5 +31,8 @@ using Scroller = std::function<QString(const SharedPtr<Object> &object, const Sc
 /// Makes \p scroller carry out `scrollTo`, in place of any earlier one. For the
 /// side that knows the views of its toolkit.
 VANTLEQTWRAPPER_EXPORT void registerScroller(Scroller scroller);
+
+/// Has the registered scroller do it; says so if there is none.
+QString scroll(const SharedPtr<Object> &object, const ScrollGoal &goal);
 
 } // namespace Vantle::QtWrapper

@@ -34,6 +34,8 @@ const Overload overloads[] = {
     {keyPressByNameFn, "keyPress", "key:QString"},
     {keyReleaseByNameFn, "keyRelease", "key:QString"},
     {mouseWheelByNameFn, "mouseWheel", "x:int y:int deltaX:int deltaY:int modifiers:Qt::KeyboardModifiers"},
+    {mouseWheelToByNameFn, "mouseWheel",
+     "x:int y:int deltaX:int deltaY:int modifiers:Qt::KeyboardModifiers contentX:int contentY:int"},
     {scrollToOByNameFn, "scrollTo", ""},
     {scrollToOIByNameFn, "scrollTo", "index:int"},
     {scrollToORCByNameFn, "scrollTo", "row:int column:int"},

@@ -146,6 +146,7 @@ bool read(ArgumentReader *arguments, Takes what, Interaction *call)
         call->goal.column = arguments->integer();
         return true;
     case Takes::EntryText: call->goal.text = arguments->text(); return true;
+    case Takes::ContentPosition: call->goal.content = arguments->point(); return true;
     case Takes::Target: call->target = arguments->object(); return !call->target.isNull();
     case Takes::TargetCoordinates: call->targetCoordinates = arguments->point(); return true;
     }

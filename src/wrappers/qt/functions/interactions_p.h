@@ -33,6 +33,7 @@ enum class Takes {
     Index,
     Cell,
     EntryText,
+    ContentPosition,
     Gesture,
     Target,
     TargetCoordinates,

@@ -137,10 +137,12 @@ SharedPtr<Object> dragAndDrop(const Interaction &call)
 
 SharedPtr<Object> mouseWheel(const Interaction &call)
 {
-    return play(QStringLiteral("mouseWheel"), call, [degrees = call.wheelDeltas](MouseScript *script) {
+    return play(QStringLiteral("mouseWheel"), call, [call](MouseScript *script) {
         int wait = Moment;
-        for (const QPoint &angle : wheelNotches(degrees))
+        for (const QPoint &angle : wheelNotches(call.wheelDeltas))
             script->turnWheel(angle, std::exchange(wait, NotchWait));
+        if (call.goal.content)
+            script->endScrolling(call.object, call.goal, NotchWait);
         return QString();
     });
 }

@@ -44,6 +44,12 @@ void MouseScript::turnWheel(QPoint angle, int wait)
          [window = window(), at = position(), angle](InputDevices &devices) { devices.turnWheel(window, at, angle); }});
 }
 
+void MouseScript::endScrolling(const SharedPtr<Object> &object, const ScrollGoal &goal, int wait)
+{
+    // What doesn't scroll has nowhere to end.
+    add({wait, 0, true, [object, goal](InputDevices &) { scroll(object, goal); }});
+}
+
 void MouseScript::hold(Qt::KeyboardModifiers modifiers, int wait)
 {
     if (modifiers) {

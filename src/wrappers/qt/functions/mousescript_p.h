@@ -22,6 +22,9 @@ public:
     /// \p angle in eighths of a degree.
     void turnWheel(QPoint angle, int wait);
 
+    /// Brings what the wheel has set moving to where it is to end.
+    void endScrolling(const SharedPtr<Object> &object, const ScrollGoal &goal, int wait);
+
     /// Holds the button beyond the end of the action, and the keys of
     /// \p modifiers with it.
     void hold(Qt::KeyboardModifiers modifiers, int wait);

@@ -11,7 +11,7 @@ namespace Vantle::QtWrapper {
 
 namespace {
 
-constexpr int ComingWait = 2;
+constexpr int ComingWait = 1;
 constexpr int SlowWait = 4;
 constexpr int FrameWait = 16;
 

@@ -17,13 +17,16 @@ void registerScroller(Scroller scroller)
     theScroller = std::move(scroller);
 }
 
+QString scroll(const SharedPtr<Object> &object, const ScrollGoal &goal)
+{
+    if (object->isNull())
+        return QStringLiteral("the object of type %1 does not exist any more").arg(object->className());
+    return theScroller ? theScroller(object, goal) : QStringLiteral("nobody can scroll it");
+}
+
 SharedPtr<Object> scrollTo(const Interaction &call)
 {
-    QString problem = QStringLiteral("nobody can scroll it");
-    if (call.object->isNull())
-        problem = QStringLiteral("the object of type %1 does not exist any more").arg(call.object->className());
-    else if (theScroller)
-        problem = theScroller(call.object, call.goal);
+    const QString problem = scroll(call.object, call.goal);
     if (problem.isEmpty())
         return Inspector::self()->voidResult();
     Inspector::self()->raiseError(QStringLiteral("Cannot scrollTo: %1").arg(problem));

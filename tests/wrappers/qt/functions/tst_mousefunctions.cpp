@@ -240,6 +240,18 @@ TEST_F(MouseFunctions, WheelTakesTheTimeOfAHandBetweenNotches)
     EXPECT_GT(property("list", "contentY").toReal(), 0);
 }
 
+TEST_F(MouseFunctions, WheelLeavesTheContentWhereItIsTold)
+{
+    for (const int end : {123, 45}) {
+        play("mouseWheel", "content", {50, 50 + property("list", "contentY").toInt(), 0, -75, 0, 0, end});
+        EXPECT_EQ(property("list", "contentY").toReal(), end);
+        EXPECT_FALSE(property("list", "moving").toBool());
+    }
+    // Nothing scrolls here.
+    play("mouseWheel", "area", {12, 34, 0, -15, 0, 0, 10});
+    EXPECT_THAT(log(), HasSubstr("wheel 0 -120;"));
+}
+
 TEST_F(MouseFunctions, WheelThatDoesNotTurnDoesNothing)
 {
     play("mouseWheel", "area", {12, 34, 0, 0, 0});

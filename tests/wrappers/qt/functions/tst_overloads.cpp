@@ -74,11 +74,11 @@ TEST_F(Overloads, OfTheInteractionFunctionsTakeWhatThoseByNameTakeWithAnObjectIn
                     "modifiers: Qt::KeyboardModifiers, delay: int)",
                     "gesture(object: Widget, gesture: QString)",
                 }));
-    EXPECT_EQ(added().size(), 47U);
+    EXPECT_EQ(added().size(), 48U);
     for (const char *window : {"closeWindow", "moveWindow", "setWindowSize", "setWindowState", "flick"}) {
         EXPECT_THAT(added(), Not(Contains(testing::StartsWith(window))));
     }
-    for (const GlobalMethod *method : methods().last(47)) {
+    for (const GlobalMethod *method : methods().last(48)) {
         EXPECT_EQ(method->signature().arguments().first().passing(), 2U);
         EXPECT_EQ(method->signature().arguments().first().flags(), 0);
     }

@@ -93,6 +93,17 @@ void scrollIntoView(QQuickItem *item)
     }
 }
 
+QString scrollContentAround(QQuickItem *item, QPoint position)
+{
+    for (; item; item = item->parentItem()) {
+        if (auto *const flickable = qobject_cast<QQuickFlickable *>(item)) {
+            moveTo(flickable, position);
+            return {};
+        }
+    }
+    return QStringLiteral("it lies in no flickable");
+}
+
 QString describeCell(ViewModel::Cell cell, bool isTable)
 {
     return isTable ? QStringLiteral("no row %1 with a column %2").arg(cell.row).arg(cell.column)
@@ -158,9 +169,14 @@ std::optional<ViewModel::Cell> cellIn(const ObjectName &name, const ViewModel &e
     const std::optional<int> row = numberIn(name, "row");
     const std::optional<int> column = numberIn(name, "column");
     const std::optional<int> index = numberIn(name, "index");
-    QString problem;
-    if (row || column || index)
-        return cellOf({row || column ? std::nullopt : index, row, column, {}}, entries, &problem);
+    if (row || column || index) {
+        QString problem;
+        ScrollGoal goal;
+        goal.index = row || column ? std::nullopt : index;
+        goal.row = row;
+        goal.column = column;
+        return cellOf(goal, entries, &problem);
+    }
     const std::optional<PropertyValue> text = textIn(name);
     return text ? entries.find([&text](const QString &shown) { return text->matches(shown); }) : std::nullopt;
 }
@@ -204,6 +220,8 @@ QString scrollQuickItem(const SharedPtr<Object> &object, const ScrollGoal &goal)
     auto *const item = qobject_cast<QQuickItem *>(nativeQObject(object));
     if (!item)
         return QStringLiteral("an object of type %1 is no item").arg(object->className());
+    if (goal.content)
+        return scrollContentAround(item, *goal.content);
     if (goal.index || goal.row || goal.text)
         return scrollToEntry(item, goal);
     scrollIntoView(item);
