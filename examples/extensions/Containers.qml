@@ -2,8 +2,8 @@ import com.corvaline.vantle.qtquick 0.1
 
 // Below what is an item to be found by name?
 //
-// Without extensions every item is looked for in its whole window, so that two
-// pages with a "Save" button each make the second one an "nth(2)". With this
+// Without extensions most items are looked for in their whole window, where a
+// "Save" button that is the only one today may get company tomorrow. With this
 // one the button is found below its page.
 VantleHook {
     id: hook

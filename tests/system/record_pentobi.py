@@ -6,17 +6,16 @@ import unittest
 import pentobisession
 from vantlesystem import Recording
 
-# What is really under the pointer at each step. The piece's mouse area and the
-# board's have no id of their own that tells them apart from others, so their
-# names end in whatever makes them unique.
+# What is really under the pointer at each step, below what tells it from others
+# like it: the pieces of a player, the board.
 EXPECTED = [
-    r'mouseClick\("Main#rootWindow MouseArea#mouseArea:visible(:nth\(\d+\))?", 27, 22, Qt\.LeftButton\);',
-    r'mouseClick\("Main#rootWindow MouseArea:visible(:nth\(\d+\))?", 288, 205, Qt\.ControlModifier, Qt\.LeftButton\);',
-    r'mouseClick\("Main#rootWindow MouseArea:visible(:nth\(\d+\))?", 288, 205, Qt\.RightButton\);',
-    r'longMouseClick\("Main#rootWindow MouseArea:visible(:nth\(\d+\))?", 288, 255, Qt\.LeftButton\);',
-    r'mouseClick\("Main#rootWindow ToolButton#button:visible(:nth\(\d+\))?", 14, 15, Qt\.LeftButton\);',
-    r'type\("Main#rootWindow PopupItem:visible(:nth\(\d+\))?", "<Esc>"\);',
-    r'mouseClick\("Main#rootWindow Loader#menu:visible(:nth\(\d+\))?", 14, 15, Qt\.ShiftModifier, Qt\.LeftButton\);',
+    r'mouseClick\("Main#rootWindow PieceList#pieceList0:visible MouseArea\[index=\\"0\\"\]:visible", 27, 22, Qt\.LeftButton\);',
+    r'mouseClick\("Main#rootWindow Item#grabImageTarget:visible MouseArea:visible", 288, 205, Qt\.ControlModifier, Qt\.LeftButton\);',
+    r'mouseClick\("Main#rootWindow Item#grabImageTarget:visible MouseArea:visible", 288, 205, Qt\.RightButton\);',
+    r'longMouseClick\("Main#rootWindow Item#grabImageTarget:visible MouseArea:visible", 288, 255, Qt\.LeftButton\);',
+    r'mouseClick\("Main#rootWindow ToolButton\[text=\\"Rated Game\\"\]:visible", 14, 15, Qt\.LeftButton\);',
+    r'type\("Main#rootWindow PopupItem:visible", "<Esc>"\);',
+    r'mouseClick\("Main#rootWindow Loader#menu:visible", 14, 15, Qt\.ShiftModifier, Qt\.LeftButton\);',
 ]
 
 

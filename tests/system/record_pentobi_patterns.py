@@ -11,9 +11,11 @@ from vantlesystem import Recording, xdotool
 ROOT = r'"Main#rootWindow'
 NUMBER = r"-?\d+"
 POINT = rf"{NUMBER}, {NUMBER}"
-# Pieces and squares have neither ids nor names of their own.
-PIECE_IMAGE = rf'{ROOT} Image\[source=\\"image://pentobi/square/[^"]*\\"\]:visible(:nth\(\d+\))?"'
-ON_BOARD = rf'{ROOT} (Image\[source=\\"image://pentobi/square/[^"]*\\"\]|MouseArea):visible(:nth\(\d+\))?"'
+# Pieces and squares have neither ids nor names of their own, so that they are
+# looked for below what does.
+BELOW = rf"{ROOT}(?: .*)?"
+PIECE_IMAGE = rf'{BELOW} Image\[source=\\"image://pentobi/square/[^"]*\\"\]:visible(:nth\(\d+\))?"'
+ON_BOARD = rf'{BELOW} (Image\[source=\\"image://pentobi/square/[^"]*\\"\]|MouseArea):visible(:nth\(\d+\))?"'
 
 # Places inside the window.
 MENU_GAME = (1050, 46)
@@ -97,11 +99,11 @@ class RecordPentobiPatterns(unittest.TestCase):
         xdotool("click", "--repeat", 2, "--delay", 60, 1)
         self.finish()
         self.expect(
-            rf'mouseClick\({ROOT} MouseArea#mouseArea:visible", {POINT}, Qt\.LeftButton\);',
+            rf'mouseClick\({BELOW} MouseArea\[index=\\"\d+\\"\]:visible", {POINT}, Qt\.LeftButton\);',
             rf"mouseDrag\({PIECE_IMAGE}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
             rf"mouseWheel\({ON_BOARD}, {POINT}, 0, -30, Qt\.NoModifier\);",
             rf"longMouseDrag\({ON_BOARD}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
-            rf'doubleClick\({ROOT} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
+            rf'doubleClick\({BELOW} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
         )
 
     def test_window_moved_resized_and_closed_by_its_frame(self):
@@ -121,9 +123,9 @@ class RecordPentobiPatterns(unittest.TestCase):
         xdotool("mousemove", x + width - 10, y - 10, "click", 1)
         self.assertEqual(self.recording.process.wait(60), 0, self.recording.messages())
         self.expect(
-            rf'mouseClick\({ROOT} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
+            rf'mouseClick\({BELOW} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
             rf'moveWindow\({ROOT}", 25, 12\);',
-            rf'mouseClick\({ROOT} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
+            rf'mouseClick\({BELOW} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
             rf'setWindowSize\({ROOT}", {width}, {height}\);',
             rf'closeWindow\({ROOT}"\);',
         )
