@@ -177,10 +177,8 @@ std::optional<NameChoice> NameChooser::byText(Subject &subject)
     for (const Candidate &candidate : std::as_const(subject.candidates)) {
         if (!m_census.isOnlyOneWith(subject.position, candidate.key, candidate.text, subject.range))
             continue;
-        // Fewer items are to be asked about where there is a container.
-        const QList<qsizetype> containers = candidate.isAsked ? namedAncestorsOf(subject) : QList<qsizetype>();
-        return choiceOf(subject, {{candidate.key, candidate.text}},
-                        containers.isEmpty() ? subject.scope : containers.first());
+        const qsizetype container = candidate.isAsked ? narrowContainerOf(subject) : subject.scope;
+        return choiceOf(subject, {{candidate.key, candidate.text}}, container);
     }
     return std::nullopt;
 }
@@ -216,7 +214,7 @@ std::optional<NameChoice> NameChooser::byPlaceInView(Subject &subject)
 std::optional<NameChoice> NameChooser::inSomeContainer(Subject &subject, const QMap<QString, QString> &texts)
 {
     QList<qsizetype> containers = namedAncestorsOf(subject);
-    containers.append(subject.scope);
+    containers << narrowContainerOf(subject) << subject.scope;
     for (const qsizetype container : std::as_const(containers)) {
         const Range range = container < 0 ? m_census.everything() : m_census.below(container);
         if (m_census.isOnlyOneWith(subject.position, texts, range))
@@ -289,6 +287,25 @@ QList<qsizetype> &NameChooser::namedAncestorsOf(Subject &subject)
     }
     subject.namedAncestors = named;
     return *subject.namedAncestors;
+}
+
+// Where extensions are asked about few items: below the nearest good container,
+// or else below anything that is the only one of its type.
+qsizetype NameChooser::narrowContainerOf(Subject &subject)
+{
+    if (const QList<qsizetype> &named = namedAncestorsOf(subject); !named.isEmpty())
+        return named.first();
+    // Views, delegates and what extensions name are narrow enough.
+    if (subject.scope >= 0 || subject.isScopeFixed)
+        return subject.scope;
+    qsizetype ancestor = m_census.parentOf(subject.position);
+    for (qsizetype i = 0; i < mostAncestors && ancestor >= 0; ++i) {
+        const QPointer<QQuickItem> item = m_census.itemAt(ancestor);
+        if (subject.depth < mostSteps && item && !isInternal(item) && chooseAt(ancestor, subject.depth + 1).isUnique)
+            return ancestor;
+        ancestor = m_census.parentOf(ancestor);
+    }
+    return subject.scope;
 }
 
 bool NameChooser::isGoodContainer(qsizetype position, int depth)

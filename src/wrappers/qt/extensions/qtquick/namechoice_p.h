@@ -72,6 +72,7 @@ private:
     std::optional<NameChoice> inSomeContainer(Subject &subject, const QMap<QString, QString> &texts);
     NameChoice closest(Subject &subject);
     QList<qsizetype> &namedAncestorsOf(Subject &subject);
+    qsizetype narrowContainerOf(Subject &subject);
     bool isGoodContainer(qsizetype position, int depth);
     NameChoice choiceOf(const Subject &subject, const QMap<QString, QString> &texts, qsizetype container) const;
 
