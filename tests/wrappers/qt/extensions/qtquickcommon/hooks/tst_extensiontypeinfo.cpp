@@ -90,7 +90,9 @@ LintResult lint(const QString &path)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QStringLiteral(VANTLE_QMLLINT), {QStringLiteral("-I"), QStringLiteral(VANTLE_QML_MODULE_DIR), path});
+    const QString include = QStringLiteral("-I");
+    process.start(QStringLiteral(VANTLE_QMLLINT), {include, QStringLiteral(VANTLE_QML_MODULE_DIR), include,
+                                                   QStringLiteral(VANTLE_HOST_MODULE_DIR), path});
     EXPECT_TRUE(process.waitForFinished(60000)) << VANTLE_QMLLINT;
     return {process.exitCode(), process.readAll().toStdString()};
 }
