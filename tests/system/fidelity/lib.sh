@@ -75,6 +75,7 @@ record() {
     "$VANTLE" record ${recordOptions:-} -o "$out.js" --tree "$out.recorded.json" -- "${program[@]}" >"$out.recorded" 2>&1 &
     recorder=$!
     inWindow "${windowTitle:-^Scene$}"
+    waitFor 3 isActive
     [ -n "${windowTitle:-}" ] || waitFor 20 grep -q '^READY' "$out.recorded"|| broken "the program is never ready"
     sleep 0.3
     locate
@@ -94,6 +95,7 @@ inWindow() {
         sleep 0.2
     done
 }
+isActive() { [ "$(xdotool getactivewindow 2>/dev/null)" = "$window" ]; }
 isFramed() { xprop -id "$window" _NET_FRAME_EXTENTS 2>/dev/null | grep -q '='; }
 findWindow() { window=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1); [ -n "$window" ]; }
 locate() {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # A swipe view by drags in moves of so many pixels.
-# Variants: 1 5 35 200
+# Variants: 1 5 35
 source "$(dirname "$0")/lib.sh"
 record pages.qml
 drag 400,60 60,70 $variant; sees 'NOW page 1'; pause 0.8
