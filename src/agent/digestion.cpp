@@ -1,6 +1,8 @@
 #include "agent/digestion.h"
 
 #include <QtGui/QGuiApplication>
+#include <QtQml/private/qabstractanimationjob_p.h>
+#include <QtQml/private/qqmltimer_p.h>
 #include <QtQuick/private/qquickwindow_p.h>
 
 #include <chrono>
@@ -16,6 +18,20 @@ constexpr int framesToShow = 2;
 
 // A window on the screen that draws at all draws sooner.
 constexpr std::chrono::milliseconds frameLimit(200);
+
+// Programs wait that long for a user to stop typing; a note that is shown to be
+// read shows for longer.
+constexpr int longestShortTimer = 500;
+
+// What starts a short timer again and again is no reaction to the input.
+constexpr std::chrono::milliseconds timerLimit(1000);
+
+/// Whether any timer or animation of QML runs, which is quick to tell.
+bool isAnythingTimed()
+{
+    QQmlAnimationTimer *const timer = QQmlAnimationTimer::instance(false);
+    return timer && timer->runningAnimationCount() > 0;
+}
 
 /// A window with something to be drawn yet; null if there is none.
 QQuickWindow *unfinishedWindow()
@@ -40,12 +56,18 @@ Digestion::Digestion()
     m_frameLimit.setSingleShot(true);
     connect(&m_idle, &QTimer::timeout, this, &Digestion::look);
     connect(&m_frameLimit, &QTimer::timeout, this, &Digestion::frameIsOver);
+    m_timerLimit.setSingleShot(true);
+    connect(&m_timerLimit, &QTimer::timeout, this, [this] {
+        m_endless.append(m_awaited);
+        timerIsOver();
+    });
 }
 
 void Digestion::begin(std::function<void()> done)
 {
     m_done = std::move(done);
     m_frames = 0;
+    m_timerLimit.stop();
     m_idle.start(0);
 }
 
@@ -54,6 +76,8 @@ void Digestion::look()
     QQuickWindow *const window = m_frames < framesToShow ? unfinishedWindow() : nullptr;
     if (window)
         waitForFrameOf(window);
+    else if (QQmlTimer *const timer = runningShortTimer())
+        waitFor(timer);
     else if (const std::function<void()> done = std::exchange(m_done, {}))
         done();
 }
@@ -79,6 +103,44 @@ void Digestion::frameIsOver()
     m_frameLimit.stop();
     ++m_frames;
     m_idle.start(0);
+}
+
+QQmlTimer *Digestion::runningShortTimer() const
+{
+    if (!isAnythingTimed())
+        return nullptr;
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    for (const QWindow *window : windows) {
+        const auto timers = window->findChildren<QQmlTimer *>();
+        for (QQmlTimer *timer : timers) {
+            if (timer->isRunning() && !timer->isRepeating() && timer->interval() <= longestShortTimer
+                && !m_endless.contains(timer))
+                return timer;
+        }
+    }
+    return nullptr;
+}
+
+void Digestion::waitFor(QQmlTimer *timer)
+{
+    m_awaited = timer;
+    connect(timer, &QQmlTimer::runningChanged, this, &Digestion::timerIsOver, Qt::QueuedConnection);
+    connect(timer, &QObject::destroyed, this, &Digestion::timerIsOver, Qt::QueuedConnection);
+    if (!m_timerLimit.isActive())
+        m_timerLimit.start(timerLimit);
+}
+
+void Digestion::timerIsOver()
+{
+    if (m_awaited && m_awaited->isRunning() && m_timerLimit.isActive())
+        return;
+    if (m_awaited)
+        m_awaited->disconnect(this);
+    m_awaited.clear();
+    // What it did has to show.
+    m_frames = 0;
+    if (m_done)
+        m_idle.start(0);
 }
 
 } // namespace Vantle::Agent

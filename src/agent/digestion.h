@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
 #include <QtCore/QTimer>
@@ -7,15 +8,18 @@
 
 #include <functional>
 
+class QQmlTimer;
+
 namespace Vantle::Agent {
 
 /// Waits until the program has done what follows from its input: until it has
 /// handled every event that was waiting, and the windows on the screen show what
 /// has changed.
 ///
-/// Animations that run on and timers are not waited for, as many programs have
-/// some that never end; nor is a window that does not draw. Lives on the thread
-/// of the user interface.
+/// Short timers of QML that run once are waited for, too: programs use them to do
+/// something when the user has stopped typing. Other timers and animations that
+/// run on are not, as many programs have some that never end; nor is a window that
+/// does not draw. Lives on the thread of the user interface.
 class Digestion final : public QObject
 {
     Q_OBJECT
@@ -30,6 +34,9 @@ private:
     void look();
     void waitForFrameOf(QQuickWindow *window);
     void frameIsOver();
+    QQmlTimer *runningShortTimer() const;
+    void waitFor(QQmlTimer *timer);
+    void timerIsOver();
 
     std::function<void()> m_done;
     QTimer m_idle;       // fires when no event is waiting
@@ -37,6 +44,9 @@ private:
     QPointer<QQuickWindow> m_drawing; // null once it is gone
     bool m_isDrawing = false;
     int m_frames = 0;
+    QPointer<QQmlTimer> m_awaited; // null while none is
+    QTimer m_timerLimit;
+    QList<QPointer<QQmlTimer>> m_endless; // started again and again
 };
 
 } // namespace Vantle::Agent

@@ -28,6 +28,12 @@ namespace {
 
 using QtWrapper::SyntheticEvent;
 
+// By this event a timer of QML that runs once calls the program.
+constexpr auto timerTriggered = static_cast<QEvent::Type>(QEvent::User + 2);
+
+// Between two keys that are typed in one go passes less.
+constexpr qint64 pauseInText = 300;
+
 // The program closes a window by the same event as the user. Replayed after
 // the click that made it do so, it would find the window gone.
 bool isClosedByProgram(QObject *window, QEvent *event)
@@ -172,6 +178,8 @@ bool EventWatcher::eventFilter(QObject *receiver, QEvent *event)
         m_pointer.noteDelivery(receiver, *event);
     else if (event->type() == QEvent::Drop && receiver->isWindowType())
         takeDrop(static_cast<QWindow *>(receiver), *static_cast<QDropEvent *>(event));
+    else if (event->type() == timerTriggered && receiver->inherits("QQmlTimer"))
+        endTextAtTimer();
     return false;
 }
 
@@ -208,7 +216,11 @@ void EventWatcher::noteInput(QWindow *window, QEvent *event)
         m_hover.reset();
         break;
     case QEvent::KeyRelease: recordKeyOfShortcut(window, *static_cast<QKeyEvent *>(event)); break;
+    case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
+        m_sinceKey.start();
+        m_hover.reset();
+        break;
     case QEvent::TouchBegin:
     case QEvent::MouseButtonRelease: m_hover.reset(); break;
     default: break;
@@ -236,6 +248,14 @@ void EventWatcher::recordHover(QQuickItem *pressed)
         if (const std::optional<SyntheticEvent> place = recordOfPlace(stop.item, stop.scenePoint))
             HostStatements::mouseMove(*place);
     }
+}
+
+/// A timer with which the program waited for the user to stop typing: what comes
+/// next is another text, to which the program will react anew.
+void EventWatcher::endTextAtTimer()
+{
+    if (m_texts.isHolding() && m_sinceKey.isValid() && m_sinceKey.elapsed() >= pauseInText)
+        flush();
 }
 
 void EventWatcher::takeDrop(QWindow *window, const QDropEvent &event)

@@ -14,6 +14,7 @@
 #include "agent/recording/windowsettling.h"
 #include "hook/shared.h"
 
+#include <QtCore/QElapsedTimer>
 #include <QtCore/QObject>
 
 #include <memory>
@@ -75,6 +76,7 @@ private:
     void noteInput(QWindow *window, QEvent *event);
     void recordKeyOfShortcut(QObject *receiver, const QKeyEvent &release);
     void recordHover(QQuickItem *pressed);
+    void endTextAtTimer();
     void takeDrop(QWindow *window, const QDropEvent &event);
     void correctModifiers(QObject *receiver, const QInputEvent &event);
     void record(QObject *receiver, QEvent *event);
@@ -86,6 +88,7 @@ private:
     WindowSettling m_settling;
     WindowChanges m_windows;
     PointerDelivery m_pointer;
+    QElapsedTimer m_sinceKey;
     WheelRuns m_wheels;
     HoverPath m_hover;
     ShortcutSequences m_shortcuts;

@@ -8,8 +8,10 @@
 #include "wrappers/qt/bynamefunctions.h"
 #include "wrappers/qt/extensions/qtquickcommon/compression/syntheticevent.h"
 #include "wrappers/qt/extensions/qtquickcommon/recording/inputconversions.h"
+#include "wrappers/qt/wrapping.h"
 
 #include <QtCore/QDateTime>
+#include <QtQuick/private/qquickflickable_p.h>
 
 namespace Vantle::Agent::HostStatements {
 
@@ -81,6 +83,19 @@ void snooze(std::chrono::milliseconds time, const SyntheticEvent &record_)
     // Seconds, to a tenth, as a user would write them.
     const double seconds = static_cast<double>((time.count() + 50) / 100) / 10.0;
     record(snoozeMethod(), QByteArray(), {Inspector::self()->createDouble(seconds)}, record_.timestamp);
+}
+
+EventData withContentPosition(const EventData &statement, const SharedPtr<Object> &object)
+{
+    const auto *const flickable = qobject_cast<QQuickFlickable *>(QtWrapper::nativeQObject(object));
+    if (!flickable || statement.method() != QtWrapper::mouseWheelByNameFn())
+        return statement;
+    ObjectList arguments = statement.arguments();
+    arguments.push_back(number(qRound(flickable->contentX())));
+    arguments.push_back(number(qRound(flickable->contentY())));
+    EventData complete(QtWrapper::mouseWheelToByNameFn(), statement.objectName(), arguments);
+    complete.time = statement.time;
+    return complete;
 }
 
 void keyPress(const SyntheticEvent &focus, const char *key)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "hook/eventdata.h"
+#include "hook/object.h"
+
 #include <chrono>
 
 namespace Vantle::QtWrapper {
@@ -23,6 +26,10 @@ void snooze(std::chrono::milliseconds time, const QtWrapper::SyntheticEvent &rec
 /// A key by its name in angle brackets.
 void keyPress(const QtWrapper::SyntheticEvent &focus, const char *key);
 void keyRelease(const QtWrapper::SyntheticEvent &focus, const char *key);
+/// \p statement, a mouseWheel over \p object, with the place where the content ends
+/// that it moved: how far a flickable goes depends on the pace of the hand. Any
+/// other statement, and one over no flickable, as it is.
+EventData withContentPosition(const EventData &statement, const SharedPtr<Object> &object);
 /// What was pressed is dropped at \p target by the window system.
 void dragAndDrop(const QtWrapper::SyntheticEvent &press, const QtWrapper::SyntheticEvent &target);
 

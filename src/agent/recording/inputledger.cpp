@@ -48,6 +48,13 @@ bool isBeginning(const SyntheticEvent &record)
         || record.type == SyntheticEvent::WindowStateChange;
 }
 
+/// A key with nothing to its name but a control character, such as a line feed.
+bool isUntypable(const SyntheticEvent &record)
+{
+    return record.type == SyntheticEvent::Key && record.text.size() == 1
+        && !QChar::isPrint(static_cast<uchar>(record.text.front()));
+}
+
 QString typed(const SyntheticEvent &record)
 {
     return QString::fromUtf8(record.type == SyntheticEvent::InputMethod ? record.inputMethodText : record.text);
@@ -98,6 +105,11 @@ void InputLedger::setObservers(Remark remark, Outlook outlook)
 
 void InputLedger::take(const SyntheticEvent &record)
 {
+    if (isUntypable(record)) {
+        if (isText(record) && m_remark)
+            m_remark(QStringLiteral("%1: it has neither a name nor a letter").arg(inWords(record)), record);
+        return;
+    }
     if (isBeginning(record))
         m_entries.push_back({record, std::nullopt, record.ready ? QString() : notReadyReason(record.object)});
     else
@@ -119,6 +131,12 @@ void InputLedger::noteEnd(const SyntheticEvent &record)
             return;
         }
     }
+}
+
+SharedPtr<Object> InputLedger::objectOf(const EventData &statement)
+{
+    const auto entry = entryOf(statement);
+    return entry != m_entries.end() ? entry->record.object : SharedPtr<Object>();
 }
 
 void InputLedger::noteStatement(const EventData &statement)

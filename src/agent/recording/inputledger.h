@@ -38,6 +38,10 @@ public:
 
     void take(const QtWrapper::SyntheticEvent &record) override;
 
+    /// The object of the input that \p statement, which was not noted yet, begins
+    /// with; null if that is not known.
+    SharedPtr<Object> objectOf(const EventData &statement);
+
     /// A statement has been written.
     void noteStatement(const EventData &statement);
 

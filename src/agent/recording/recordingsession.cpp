@@ -1,6 +1,7 @@
 #include "agent/recording/recordingsession.h"
 
 #include "agent/host.h"
+#include "agent/recording/hoststatements.h"
 #include "agent/recording/statementmessages.h"
 #include "protocol/connection.h"
 #include "protocol/messages.h"
@@ -37,9 +38,11 @@ RecordingSession::RecordingSession(Host *host, Protocol::Connection *connection,
 
 void RecordingSession::send(const EventData &statement)
 {
+    InputLedger &ledger = m_watcher.ledger();
+    const EventData told = HostStatements::withContentPosition(statement, ledger.objectOf(statement));
     // Remarks on what came before stand ahead of it.
-    m_watcher.ledger().noteStatement(statement);
-    m_connection->notify(Protocol::Method::statement, toMessage(statement).toJson());
+    ledger.noteStatement(statement);
+    m_connection->notify(Protocol::Method::statement, toMessage(told).toJson());
     if (m_digests)
         m_digests->statementSent();
 }

@@ -21,14 +21,6 @@ constexpr Qt::KeyboardModifiers HeldByKeys = Qt::ShiftModifier | Qt::ControlModi
     | Qt::MetaModifier;
 constexpr int KeyWait = 1;
 
-/// Whether the focus object takes texts of input methods; those that don't
-/// would drop them without a word.
-bool takesCommits(QObject *focusObject)
-{
-    QInputMethodQueryEvent query(Qt::ImEnabled);
-    return focusObject && QCoreApplication::sendEvent(focusObject, &query) && query.value(Qt::ImEnabled).toBool();
-}
-
 /// Writes the steps that type a text.
 class Typist
 {
@@ -100,34 +92,6 @@ bool isHeld(const Keystroke &key, const HeldInput &held)
     return key.key != 0 ? held.keys.contains(key.key) : (held.modifiers & key.modifiers) == key.modifiers;
 }
 
-/// Types all at once, for the case that the focus object takes no commits.
-void typeAtOnce(InputDevices &devices, QWindow *typedInto, const QList<Keystroke> &keystrokes)
-{
-    const QPointer<QWindow> window(typedInto);
-    for (const Keystroke &keystroke : keystrokes) {
-        devices.pressModifiers(window, keystroke.modifiers);
-        devices.pressKey(window, keystroke.key, keystroke.modifiers, keystroke.text);
-        devices.releaseKey(window, keystroke.key, keystroke.modifiers, keystroke.text);
-        devices.releaseModifiers(window, keystroke.modifiers);
-    }
-}
-
-// An input method has no road through the platform interface: the platforms
-// send its texts to the focus object themselves.
-InputStep commitStep(const TypedText &typed, const QPointer<QWindow> &window)
-{
-    return {KeyWait, 0, false, [typed, window](InputDevices &devices) {
-                QObject *const focusObject = QGuiApplication::focusObject();
-                if (!takesCommits(focusObject)) {
-                    typeAtOnce(devices, window, typed.keystrokes);
-                    return;
-                }
-                QInputMethodEvent event;
-                event.setCommitString(typed.commit);
-                QCoreApplication::sendEvent(focusObject, &event);
-            }};
-}
-
 QString planTyping(const SharedPtr<Object> &object, const TypedText &typed, InputPlan *plan)
 {
     QString problem;
@@ -139,10 +103,6 @@ QString planTyping(const SharedPtr<Object> &object, const TypedText &typed, Inpu
 
     Typist typist(plan);
     typist.focus(object);
-    if (!typed.commit.isEmpty()) {
-        plan->steps.push_back(commitStep(typed, plan->window));
-        return {};
-    }
     for (const Keystroke &keystroke : typed.keystrokes)
         typist.type(keystroke);
     typist.hold({});

@@ -102,11 +102,6 @@ std::optional<Keystroke> modifierInBrackets(const QString &text)
     return std::nullopt;
 }
 
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.cbegin(), text.cend(), [](QChar character) { return character.unicode() < 0x80; });
-}
-
 } // namespace
 
 std::optional<TypedText> parseTypedText(const QString &text, QString *problem)
@@ -120,7 +115,7 @@ std::optional<TypedText> parseTypedText(const QString &text, QString *problem)
                        .arg(text);
         return std::nullopt;
     }
-    return TypedText{{*key}, {}};
+    return TypedText{{*key}};
 }
 
 std::optional<TypedText> literalText(const QString &text, QString *problem)
@@ -135,8 +130,6 @@ std::optional<TypedText> literalText(const QString &text, QString *problem)
         }
         result.keystrokes.append(*key);
     }
-    if (text.size() > 1 && !isAscii(text))
-        result.commit = text;
     return result;
 }
 

@@ -23,9 +23,6 @@ struct Keystroke
 struct TypedText
 {
     QList<Keystroke> keystrokes;
-    /// The text where an input method would commit it in one piece, else empty.
-    /// The keystrokes write the same where no input method can be used.
-    QString commit;
 };
 
 /// Reads \p text as the recorder writes it. A text of more than one character

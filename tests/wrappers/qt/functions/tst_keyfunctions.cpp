@@ -115,14 +115,14 @@ TEST_F(KeyFunctions, LettersBeyondAsciiAreTypedOneByOne)
     EXPECT_EQ(recorded(), Lines({"type input \u00e9", "type input \u4e16", "type input \U0001f600"}));
 }
 
-TEST_F(KeyFunctions, TextOfAnInputMethodIsCommittedInOnePiece)
+TEST_F(KeyFunctions, TextBeyondAsciiIsTypedAndRecordedInOnePiece)
 {
     play("type", "area", {QStringLiteral("\u4e16\u754c, hello")});
     EXPECT_EQ(text("area"), "\u4e16\u754c, hello");
     EXPECT_EQ(recorded(), Lines({"type area \u4e16\u754c, hello"}));
 }
 
-TEST_F(KeyFunctions, ObjectsWithoutInputMethodsGetKeysInstead)
+TEST_F(KeyFunctions, EachCharacterBeyondAsciiIsAKey)
 {
     play("type", "keys", {QStringLiteral("\u00e9X")});
     EXPECT_EQ(log(), "201:0:\u00e9;16777248:33554432:;88:33554432:X;");
