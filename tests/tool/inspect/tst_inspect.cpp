@@ -82,6 +82,17 @@ TEST(Inspect, TellsByItsExitCodeThatNamesFail)
     EXPECT_TRUE(failure.output().contains(QStringLiteral("  W A: no\n"))) << qPrintable(failure.output());
 }
 
+TEST(Inspect, TellsHowManyNamesOnlyCount)
+{
+    const char *const names = "answer:roundTrip:{\"items\":9,\"failures\":[],\"pressable\":8,"
+                              "\"counted\":[\"W B:nth(2)\"]}";
+    ToolRun run(inspectFake({aWindow, settled, names, endsAtQuit}, {QStringLiteral("--check-names")}));
+    EXPECT_EQ(run.exitCode(), 0) << "such names are no failures";
+    EXPECT_EQ(run.output(), QStringLiteral("9 of 9 objects are found by their names.\n"
+                                           "1 of 8 items that take presses are named by :nth (12.5 %).\n"
+                                           "  W B:nth(2)\n"));
+}
+
 TEST(Inspect, SaysHowCloseALookupCame)
 {
     // Settling is asked for between the two lookups, so both may answer alike.

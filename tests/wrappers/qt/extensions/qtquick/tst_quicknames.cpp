@@ -268,6 +268,27 @@ TEST_F(QuickNames, ItemThatDiesAsItsSourceIsReadHasNoName)
     }
 }
 
+TEST_F(QuickNames, WhatNoExtensionAnswersForIsNotChosen)
+{
+    load(R"(
+        import QtQuick
+        Window {
+            id: main
+            Row {
+                id: row
+                property Item second: children[3]
+                Text { text: "Name" } TextInput { width: 9; height: 9 }
+                Text { text: "Street" } TextInput { width: 9; height: 9 }
+            }
+        })");
+    auto *const row = window()->contentItem()->childItems().value(0);
+    auto *const field = row->property("second").value<QQuickItem *>();
+    ASSERT_NE(field, nullptr);
+    const QString text = scriptName(field);
+    EXPECT_FALSE(text.contains(QStringLiteral("label"))) << qPrintable(text);
+    EXPECT_EQ(nativeQObject(Application::self()->objectForName(text)), field) << qPrintable(text);
+}
+
 TEST_F(QuickNames, WholeNameReadsAsASelector)
 {
     load("import QtQuick\nWindow { id: main; Text { text: 'Save as…' } }");
