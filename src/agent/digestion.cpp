@@ -1,9 +1,13 @@
 #include "agent/digestion.h"
 
 #include <QtGui/QGuiApplication>
-#include <QtQml/private/qabstractanimationjob_p.h>
 #include <QtQml/private/qqmltimer_p.h>
 #include <QtQuick/private/qquickwindow_p.h>
+
+// Qt's header uses a keyword that we have switched off.
+#define emit Q_EMIT
+#include <QtQml/private/qabstractanimationjob_p.h>
+#undef emit
 
 #include <chrono>
 #include <utility>

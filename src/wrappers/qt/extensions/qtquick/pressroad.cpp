@@ -4,7 +4,6 @@
 
 #include <QtCore/QMetaMethod>
 #include <QtCore/QVariant>
-#include <QtCore/private/qmetaobject_p.h>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <QtQuick/private/qquickflickable_p.h>
