@@ -3,6 +3,7 @@
 #include "agent/commands.h"
 #include "agent/host.h"
 #include "agent/recording/recordingsession.h"
+#include "protocol/endpoint.h"
 #include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtCore/QCoreApplication>
@@ -40,6 +41,12 @@ void Agent::connectToTool()
     socket->connectToServer(m_invitation.socket);
     if (!socket->waitForConnected(ConnectTimeout)) {
         qWarning("vantle: cannot reach the tool that started this program: %s", qPrintable(socket->errorString()));
+        return;
+    }
+    // Whoever we call can do everything here.
+    const auto peer = Protocol::peerOf(socket->socketDescriptor());
+    if (!peer || !peer->isSameUser) {
+        qWarning("vantle: %s belongs to another user, who is not talked to", qPrintable(m_invitation.socket));
         return;
     }
     m_connection = std::make_unique<Protocol::Connection>(socket.release());

@@ -5,6 +5,7 @@
 #include <QtCore/QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 namespace Vantle::Protocol {
 
@@ -23,13 +24,28 @@ QByteArray createToken();
 /// tokens are never the same.
 bool sameToken(QByteArrayView one, QByteArrayView other);
 
+/// Who is at the other end of a local socket, as the system says.
+struct Peer
+{
+    qint64 process = 0; ///< 0 if it lives where its number can't be seen from
+    bool isSameUser = false;
+};
+
+/// The process that connected to a socket of a server, or that made the server
+/// which a client is connected to. Nothing if the system does not say.
+std::optional<Peer> peerOf(qintptr socketDescriptor);
+
 /// A directory that only this user can enter, made for one socket and removed
-/// with this object. It stands in XDG_RUNTIME_DIR where that can be used, else
-/// in the directory for temporary files.
+/// with this object; what a tool that was killed has left behind is removed by
+/// the next. It stands in XDG_RUNTIME_DIR where that can be used, else in the
+/// directory for temporary files: both only if nobody but this user and root
+/// could put something else in its place.
 class SocketDirectory
 {
 public:
     SocketDirectory();
+    ~SocketDirectory();
+    Q_DISABLE_COPY_MOVE(SocketDirectory)
 
     bool isValid() const;
 
@@ -40,7 +56,11 @@ public:
     QString socketPath() const;
 
 private:
+    void makeIn(const QString &parent);
+
     std::unique_ptr<QTemporaryDir> m_directory;
+    QString m_error;
+    int m_lock = -1;
 };
 
 } // namespace Vantle::Protocol

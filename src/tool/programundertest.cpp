@@ -9,7 +9,6 @@
 #include <csignal>
 #include <utility>
 
-#include <sys/socket.h>
 #include <unistd.h>
 
 namespace Vantle::Tool {
@@ -47,16 +46,6 @@ void appendOnce(QProcessEnvironment *environment, const QString &name, const QSt
     if (!values.contains(value))
         values.append(value);
     environment->insert(name, values.join(separator));
-}
-
-/// Process that called. What it says about itself may be the number inside a
-/// container, and must not be what we send signals to. 0 if it isn't known.
-pid_t peerProcess(const QLocalSocket *socket)
-{
-    struct ucred credentials = {};
-    socklen_t size = sizeof(credentials);
-    const auto descriptor = static_cast<int>(socket->socketDescriptor());
-    return ::getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &credentials, &size) == 0 ? credentials.pid : 0;
 }
 
 } // namespace
@@ -180,11 +169,18 @@ void ProgramUnderTest::release()
 void ProgramUnderTest::acceptCallers()
 {
     while (QLocalSocket *socket = m_server.nextPendingConnection()) {
+        // What a process says about itself may be the number inside a container,
+        // and must not be what we send signals to.
+        const auto peer = Protocol::peerOf(socket->socketDescriptor());
+        if (!peer || !peer->isSameUser) {
+            delete socket;
+            continue;
+        }
         limitStrangers();
         auto *caller = new Connection(socket, this);
         caller->setMessageLimit(helloLimit);
         m_callers.append(caller);
-        const pid_t process = peerProcess(socket);
+        const auto process = static_cast<pid_t>(peer->process);
         caller->onRequest(Protocol::Method::hello,
                           [this, caller, process](const QJsonObject &params, const Responder &responder) {
                               answerHello(caller, process, params, responder);

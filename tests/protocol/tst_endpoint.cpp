@@ -8,6 +8,9 @@
 #include <QtNetwork/QLocalServer>
 #include <QtNetwork/QLocalSocket>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using namespace Vantle::Protocol;
 
 namespace {
@@ -68,6 +71,72 @@ TEST(SocketDirectory, twoDirectoriesDontMeet)
     const SocketDirectory one;
     const SocketDirectory other;
     EXPECT_NE(one.socketPath(), other.socketPath());
+}
+
+TEST(SocketDirectory, isNotMadeWhereOthersCouldTamperWithIt)
+{
+    const QTemporaryDir runtime;
+    const QByteArray path = QFile::encodeName(runtime.path());
+    const RuntimeDirectory variable(path);
+    const auto isUsed = [&] { return SocketDirectory().socketPath().startsWith(runtime.path() + u'/'); };
+    EXPECT_TRUE(isUsed());
+    for (const mode_t mode : {0777, 0722, 0770, 0702}) {
+        ASSERT_EQ(::chmod(path.constData(), mode), 0);
+        EXPECT_FALSE(isUsed()) << std::oct << mode;
+    }
+    ASSERT_EQ(::chmod(path.constData(), 0700), 0);
+    ASSERT_TRUE(QDir(runtime.path()).mkdir(QStringLiteral("inner")));
+    const RuntimeDirectory inner(path + "/inner");
+    EXPECT_TRUE(isUsed());
+    ASSERT_EQ(::chmod(path.constData(), 0777), 0);
+    EXPECT_FALSE(isUsed());
+    ASSERT_EQ(::chmod(path.constData(), 0700), 0);
+}
+
+TEST(SocketDirectory, isNotMadeInADirectoryOfAnotherUser)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give a directory away";
+    const QTemporaryDir runtime;
+    const QByteArray path = QFile::encodeName(runtime.path());
+    ASSERT_EQ(::chown(path.constData(), 65534, 65534), 0);
+    const RuntimeDirectory variable(path);
+    const SocketDirectory directory;
+    EXPECT_TRUE(directory.isValid());
+    EXPECT_FALSE(directory.socketPath().startsWith(runtime.path()));
+}
+
+TEST(SocketDirectory, removesWhatAToolThatWasKilledLeftAndNothingElse)
+{
+    const QTemporaryDir runtime;
+    const RuntimeDirectory variable(QFile::encodeName(runtime.path()));
+    const QDir dir(runtime.path());
+    // Of a killed tool, of one that has only begun, and of somebody else.
+    for (const char *name : {"vantle-killed", "vantle-begins", "vantle-theirs-a"})
+        ASSERT_TRUE(dir.mkdir(QLatin1String(name)));
+    for (const char *name : {"vantle-killed/in-use", "vantle-killed/agent", "vantle-theirs-a/in-use"})
+        ASSERT_TRUE(QFile(dir.filePath(QLatin1String(name))).open(QIODevice::WriteOnly));
+    const SocketDirectory used;
+    const SocketDirectory other;
+    EXPECT_TRUE(QFileInfo::exists(QFileInfo(used.socketPath()).path()));
+    EXPECT_FALSE(dir.exists(QStringLiteral("vantle-killed")));
+    EXPECT_TRUE(dir.exists(QStringLiteral("vantle-begins")));
+    EXPECT_TRUE(dir.exists(QStringLiteral("vantle-theirs-a")));
+}
+
+TEST(Peers, areKnownByTheSystem)
+{
+    const SocketDirectory directory;
+    QLocalServer server;
+    ASSERT_TRUE(server.listen(directory.socketPath()));
+    QLocalSocket client;
+    client.connectToServer(directory.socketPath());
+    ASSERT_TRUE(client.waitForConnected());
+    const auto peer = peerOf(client.socketDescriptor());
+    ASSERT_TRUE(peer);
+    EXPECT_TRUE(peer->isSameUser);
+    EXPECT_EQ(peer->process, ::getpid());
+    EXPECT_FALSE(peerOf(-1));
 }
 
 TEST(SocketDirectory, usesTheRuntimeDirectoryOfTheSession)

@@ -8,11 +8,16 @@
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
 #include <QtNetwork/QLocalSocket>
 
 #include <csignal>
 #include <memory>
 #include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace VantleTest;
 
@@ -216,3 +221,39 @@ TEST_F(Strangers, whoStayDoNotHoldTheEndUpWhenAScriptHasStartedTheProgram)
 }
 
 } // namespace
+
+TEST_F(Strangers, OfAnotherUserAreNotTalkedTo)
+{
+    const QString runuser = QStandardPaths::findExecutable(QStringLiteral("runuser"), {QStringLiteral("/usr/sbin")});
+    const QString python = QStandardPaths::findExecutable(QStringLiteral("python3"), {QStringLiteral("/usr/bin")});
+    if (::geteuid() != 0 || runuser.isEmpty() || python.isEmpty())
+        GTEST_SKIP() << "only root can become somebody else";
+    ToolRun run(recordFake(waitingAgent()));
+    const QString socket = variable("VANTLE_AGENT_SOCKET");
+    // What the system would not let him near to begin with.
+    const QByteArray folder = QFile::encodeName(QFileInfo(socket).path());
+    const QByteArray above = QFile::encodeName(QFileInfo(QFileInfo(socket).path()).path());
+    for (const QByteArray &way : {folder, above})
+        ASSERT_EQ(::chmod(way.constData(), 0711), 0);
+    ASSERT_EQ(::chmod(QFile::encodeName(socket).constData(), 0666), 0);
+    const QString script = QStringLiteral(
+        "import socket, sys\n"
+        "s = socket.socket(socket.AF_UNIX); s.settimeout(20); s.connect(sys.argv[1])\n"
+        "try:\n"
+        "    s.sendall(('{\"jsonrpc\": \"2.0\", \"id\": 1, \"method\": \"hello\", \"params\": {\"protocol\": 1, "
+        "\"token\": \"%s\", \"version\": \"1\", \"pid\": 1}}\\n' % sys.argv[2]).encode())\n"
+        "    answer = s.recv(1000)\n"
+        "except ConnectionError:\n"
+        "    answer = b''\n"
+        "print('answered' if answer else 'ignored')\n");
+    QProcess attacker;
+    attacker.start(runuser, {QStringLiteral("-u"), QStringLiteral("nobody"), QStringLiteral("--"), python,
+                             QStringLiteral("-c"), script, socket, variable("VANTLE_AGENT_TOKEN")});
+    ASSERT_TRUE(attacker.waitForFinished(30000));
+    EXPECT_EQ(attacker.readAllStandardOutput(), "ignored\n") << attacker.readAllStandardError().constData();
+    // The agent itself still gets through.
+    let("call");
+    EXPECT_TRUE(run.printed(clickLine)) << qPrintable(run.errors());
+    let("end");
+    EXPECT_EQ(run.exitCode(), 0);
+}
