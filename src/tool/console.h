@@ -10,7 +10,11 @@ namespace Vantle::Tool::Console {
 /// be written whole.
 bool print(const QString &text);
 
-/// Writes "vantle: ", \p message and a line feed to standard error.
+/// \p text with control characters, line feeds and tabs aside, as `\x1b`: names
+/// and messages of programs must not speak to the terminal.
+QString visible(const QString &text);
+
+/// Writes "vantle: ", \p message in its visible form and a line feed to standard error.
 void say(const QString &message);
 
 /// A number of seconds in words fit for a message, e.g. "15 s" or "0.5 s".

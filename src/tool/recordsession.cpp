@@ -257,6 +257,8 @@ void RecordSession::stopOverdue()
                          .arg(limit(stopLimit)));
     if (!m_isSavingTree && !m_isTakingSnapshot)
         addPending();
+    if (!m_isSavingTree && !m_options.treeFile.isEmpty())
+        giveTreeUp(QStringLiteral("the program is too busy to tell its objects"));
     recordingStopped();
 }
 

@@ -14,7 +14,7 @@ namespace Vantle::Tool {
 
 namespace {
 
-constexpr std::array watchedSignals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array watchedSignals{SIGINT, SIGTERM, SIGQUIT, SIGHUP};
 
 // A handler may only write to a descriptor; the event loop reads the other end.
 std::array<int, 2> pipeEnds{-1, -1};

@@ -141,7 +141,7 @@ TEST_F(RecordEnding, anExitCodeOfTheProgramIsToldButIsNoFailure)
 
 TEST_F(RecordEnding, ctrlCTakesThePendingStatementsAndEndsTheProgram)
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGQUIT, SIGHUP}) {
         QFile::remove(path("pid"));
         ToolRun run(recordFake({hello, click, action("pid", "pid"), wait}, toFile()));
         const qint64 process = program();
@@ -195,6 +195,26 @@ TEST_F(RecordEnding, keepRunningLeavesTheProgramAlone)
     EXPECT_TRUE(script().endsWith(pendingLine + stoppedLine));
     // It writes this after it has seen the tool go, and only if it lives then.
     EXPECT_EQ(awaitFile(path("orphan")), QStringLiteral("orphan\n"));
+}
+
+TEST_F(RecordEnding, aProgramThatIsTooBusyForItsObjectsIsAFailure)
+{
+    const QStringList tree{QStringLiteral("--tree"), path("tree.json")};
+    ToolRun run(recordFake({QStringLiteral("slow-stop"), hello, click, wait}, toFile() + tree));
+    ASSERT_TRUE(run.printed(clickLine));
+    run.sendSignal(SIGINT);
+    EXPECT_EQ(run.exitCode(), 3) << qPrintable(run.errors());
+    EXPECT_TRUE(run.errors().contains(path("tree.json") + QStringLiteral(" is not written")))
+        << qPrintable(run.errors());
+}
+
+TEST_F(RecordEnding, outputsThatCannotBeWrittenAreFoundAheadOfTheRun)
+{
+    const QStringList tree{QStringLiteral("--tree"), path("nowhere/tree.json")};
+    ToolRun run(recordFake({action("pid", "pid"), hello, click}, toFile() + tree));
+    EXPECT_EQ(run.exitCode(), 3);
+    EXPECT_TRUE(run.errors().contains(path("nowhere/tree.json"))) << qPrintable(run.errors());
+    EXPECT_FALSE(QFile::exists(path("pid")));
 }
 
 TEST_F(RecordEnding, aProgramThatDoesNotAnswerIsGivenUpAfterALimit)

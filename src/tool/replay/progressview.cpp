@@ -80,6 +80,7 @@ void ProgressView::update(int index, const Progress &progress)
 void ProgressView::showFailure(int, const Step &step)
 {
     QStringList lines = failureLines(step);
+    std::transform(lines.cbegin(), lines.cend(), lines.begin(), Console::visible);
     lines.first() = coloured(QStringLiteral("failed: "), Red) + lines.first();
     say(lines);
 }
@@ -89,16 +90,16 @@ void ProgressView::end(int index, const ScriptResult &result)
     m_running.remove(index);
     const Colour colour = result.verdict == Verdict::Passed ? Green : Red;
     QStringList lines{QStringLiteral("%1: %2: %3")
-                          .arg(result.file, coloured(verdictText(result.verdict), colour), countsText(result))};
+                          .arg(Console::visible(result.file), coloured(verdictText(result.verdict), colour), countsText(result))};
     // What ended the script by an error was shown with its place.
     const bool isShown = result.verdict == Verdict::Passed || result.verdict == Verdict::Failed;
     if (!isShown)
-        lines += QStringLiteral("  ") + result.message;
+        lines += QStringLiteral("  ") + Console::visible(result.message);
     const QStringList output = lastLines(result.programOutput, outputLines);
     if (!isShown && !output.isEmpty()) {
         lines.append(QStringLiteral("  the program's last output:"));
         for (const QString &line : output)
-            lines.append(coloured(QStringLiteral("  | "), Grey) + line);
+            lines.append(coloured(QStringLiteral("  | "), Grey) + Console::visible(line));
     }
     say(lines);
 }
@@ -152,13 +153,13 @@ QString ProgressView::barLine(int index, const Running &running, qsizetype width
     const QString bar = QString(done, QChar(0x2588)) + QString(barWidth - done, QChar(0x2591));
     const QString failed = progress.failures > 0 ? QStringLiteral("%1 failed  ").arg(progress.failures) : QString();
     const QString head = QStringLiteral("%1  %2  %3  %4  ")
-                             .arg(m_scripts.at(index), bar, clockText(running.clock.elapsed()),
+                             .arg(Console::visible(m_scripts.at(index)), bar, clockText(running.clock.elapsed()),
                                   counted(progress.steps, QStringLiteral("step")));
     const qsizetype room = width - 1 - head.size() - failed.size();
     // A line that is broken could not be taken away again.
     if (room < 0)
         return (head + failed).left(width - 1);
-    return head + coloured(failed, Red) + coloured(progress.source.left(room), Grey);
+    return head + coloured(failed, Red) + coloured(Console::visible(progress.source).left(room), Grey);
 }
 
 QString ProgressView::coloured(const QString &text, Colour colour) const
