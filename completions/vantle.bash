@@ -72,7 +72,7 @@ _vantle_options()
         echo --name --functions --check-names --json --timeout --start-timeout --extensions --names -h --help --
         ;;
     replay)
-        echo --timeout --start-timeout --junit --report --update-images --record --tree --workers --strict --offscreen \
+        echo --timeout --start-timeout --junit --report --update-images --allow-paths --record --tree --workers --strict --offscreen \
             --share-display --fresh-settings --extensions --names -h --help --
         ;;
     doctor)

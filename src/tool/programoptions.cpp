@@ -1,10 +1,10 @@
 #include "tool/programoptions.h"
 
 #include "tool/arguments.h"
+#include "tool/inputfile.h"
 #include "tool/programundertest.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
@@ -51,10 +51,11 @@ QString namesError(const QString &path)
 {
     if (path.isEmpty())
         return QStringLiteral("option \"--names\" needs the name of a file");
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return QStringLiteral("cannot read the names file \"%1\": %2").arg(path, file.errorString());
-    const QByteArray text = file.readAll();
+    QString reason;
+    const auto read = readInput(path, longestTextFile, &reason);
+    if (!read)
+        return QStringLiteral("cannot read the names file \"%1\": %2").arg(path, reason);
+    const QByteArray text = *read;
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
     if (error.error != QJsonParseError::NoError)

@@ -1,5 +1,6 @@
 #include "tool/replay/imagecheck.h"
 
+#include "tool/inputfile.h"
 #include "tool/outputfile.h"
 
 #include <QtCore/QFile>
@@ -44,10 +45,12 @@ ImageCheck keepPicture(const QByteArray &found, const QString &file)
 
 ImageCheck checkImage(const QByteArray &found, const QString &file, const PictureTolerance &tolerance, bool update)
 {
-    QFile keptFile(file);
-    const bool isThere = keptFile.open(QIODevice::ReadOnly);
-    const QByteArray kept = isThere ? keptFile.readAll() : QByteArray();
-    keptFile.close();
+    const bool isThere = QFileInfo::exists(file);
+    QString readError;
+    const auto read = isThere ? readInput(file, longestPicture, &readError) : std::nullopt;
+    if (!readError.isEmpty())
+        return {false, QStringLiteral("cannot read \"%1\": %2").arg(file, readError), {}, {}};
+    const QByteArray kept = read.value_or(QByteArray());
     const PictureDifference difference = isThere ? comparePictures(found, kept, tolerance) : PictureDifference();
     if (difference.alike) {
         removeOldResults(file);

@@ -20,6 +20,7 @@ const QString timeoutOption = QStringLiteral("timeout");
 const QString junitOption = QStringLiteral("junit");
 const QString reportOption = QStringLiteral("report");
 const QString updateImagesOption = QStringLiteral("update-images");
+const QString allowPathsOption = QStringLiteral("allow-paths");
 const QString treeOption = QStringLiteral("tree");
 const QString recordOption = QStringLiteral("record");
 const QString workersOption = QStringLiteral("workers");
@@ -46,6 +47,9 @@ QList<Option> options()
         {QChar(), updateImagesOption, QString(),
          QStringLiteral("Keep what test.compareImage finds as the pictures to\n"
                         "compare with from now on.")},
+        {QChar(), allowPathsOption, QString(),
+         QStringLiteral("Let scripts read and write pictures anywhere, not only in\n"
+                        "their own folder and below.")},
         {QChar(), recordOption, fileValue,
          QStringLiteral("Record what the replay does as a second script, to\n"
                         "compare it with the first. For one script only.")},
@@ -189,6 +193,7 @@ std::optional<ReplayOptions> replayOptions(const Arguments &arguments, QString *
     result.freshSettings = arguments.has(freshSettingsOption);
     result.updateImages = arguments.has(updateImagesOption);
     result.launch.settings.strict = arguments.has(strictOption);
+    result.allowPaths = arguments.has(allowPathsOption);
     const QPair<QString, QString *> files[] = {{recordOption, &result.recordFile},
                                                {treeOption, &result.treeFile},
                                                {junitOption, &result.junitFile},

@@ -24,6 +24,7 @@ struct ReplayOptions
     bool shareDisplay = false;
     bool freshSettings = false;
     bool updateImages = false;
+    bool allowPaths = false; ///< pictures may lie anywhere, not only beside the script
 };
 
 } // namespace Vantle::Tool::Replay

@@ -287,7 +287,9 @@ QString ScriptHost::screenshot(const QString &target, const QString &file, const
     const Picture picture = pictureFor(step, target, &problem);
     if (!problem.isEmpty())
         return problem;
-    const QString error = file.isEmpty() ? QString() : writeOutputWithFolders(pathOf(file), picture.png);
+    QString error = file.isEmpty() ? QString() : pathError(file);
+    if (error.isEmpty() && !file.isEmpty())
+        error = writeOutputWithFolders(pathOf(file), picture.png);
     if (!error.isEmpty())
         return failure(step, QStringLiteral("ScreenshotFailed"), error);
     m_recorder->step(step).after = m_recorder->pictures().add(picture);
@@ -303,6 +305,8 @@ QString ScriptHost::compareImage(const QString &target, const QString &file, int
     const Picture picture = pictureFor(step, target, &problem);
     if (!problem.isEmpty())
         return problem;
+    if (const QString error = pathError(file); !error.isEmpty())
+        return failure(step, QStringLiteral("ComparisonFailed"), error);
     const PictureTolerance allowed{tolerance, static_cast<qint64>(pixels)};
     const ImageCheck result = checkImage(picture.png, pathOf(file), allowed, m_options.updateImages);
     Step &checked = m_recorder->step(step);
@@ -522,6 +526,26 @@ void ScriptHost::showAfter(int step, const QJsonObject &result)
 QString ScriptHost::pathOf(const QString &file) const
 {
     return QDir(m_recorder->directory()).absoluteFilePath(file);
+}
+
+QString ScriptHost::pathError(const QString &file) const
+{
+    if (file.contains(QChar::Null))
+        return QStringLiteral("the name of a picture can't hold the character NUL");
+    if (m_options.allowPaths)
+        return QString();
+    // By where the links on the way lead, as far as the way is there.
+    const QString folder = QFileInfo(m_recorder->directory()).canonicalFilePath();
+    QString way = QDir::cleanPath(pathOf(file));
+    const auto isThere = [](const QFileInfo &info) { return info.exists() || info.isSymLink(); };
+    while (!isThere(QFileInfo(way)) && way != QLatin1String("/"))
+        way = QFileInfo(way).path();
+    const QString real = QFileInfo(way).canonicalFilePath();
+    if (!folder.isEmpty() && (real == folder || real.startsWith(folder + u'/')))
+        return QString();
+    return QStringLiteral("the picture \"%1\" does not lie in the folder of the script or below; \"--allow-paths\" "
+                          "lets scripts use other places")
+        .arg(file);
 }
 
 } // namespace Vantle::Tool::Replay

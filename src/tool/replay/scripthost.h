@@ -99,6 +99,8 @@ private:
     void showBefore(int step, const QJsonObject &target);
     void showAfter(int step, const QJsonObject &result);
     QString pathOf(const QString &file) const;
+    /// Empty, or why the script may not use that file.
+    QString pathError(const QString &file) const;
 
     QJSEngine *m_engine;
     ProgramSession *m_session;

@@ -1,9 +1,9 @@
 #include "tool/replay/scriptsource.h"
 
+#include "tool/inputfile.h"
 #include "tool/replay/importrewriting.h"
 #include "tool/replay/sourcemask.h"
 
-#include <QtCore/QFile>
 #include <QtCore/QRegularExpression>
 #include <QtCore/QStringDecoder>
 
@@ -116,15 +116,13 @@ ScriptSource::ScriptSource(const QString &text) : m_text(text), m_code(maskedSou
 
 std::optional<ScriptSource> ScriptSource::read(const QString &path, QString *error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("cannot read \"%1\": %2").arg(path, file.errorString());
-        return std::nullopt;
-    }
+    QString reason;
+    const auto content = readInput(path, longestTextFile, &reason);
     QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder.decode(file.readAll());
-    if (file.error() != QFile::NoError || decoder.hasError()) {
-        const QString reason = decoder.hasError() ? QStringLiteral("it is no UTF-8 text") : file.errorString();
+    const QString text = content ? decoder.decode(*content) : QString();
+    if (decoder.hasError())
+        reason = QStringLiteral("it is no UTF-8 text");
+    if (!reason.isEmpty()) {
         *error = QStringLiteral("cannot read \"%1\": %2").arg(path, reason);
         return std::nullopt;
     }

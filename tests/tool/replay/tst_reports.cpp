@@ -2,7 +2,9 @@
 
 #include "replayfixture.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QRegularExpression>
+#include <QtCore/QTemporaryDir>
 #include <QtCore/QXmlStreamReader>
 #include <QtGui/QImage>
 
@@ -185,6 +187,26 @@ TEST_F(Reports, thePointOfActionIsMarkedInPartsOfThePicture)
     EXPECT_TRUE(passes("mouseClick('Main Button#save', 1, 1, Qt.LeftButton);\n", reports()));
     EXPECT_TRUE(contentOf(path("report.html"))
                     .contains(QStringLiteral("<span class=\"point\" style=\"left:18.75%;top:20.00%\">")));
+}
+
+TEST_F(Reports, picturesOfAScriptStayInItsFolderUnlessPathsAreAllowed)
+{
+    const QTemporaryDir elsewhere;
+    ASSERT_TRUE(QFile::link(elsewhere.path(), path("link")));
+    const QString outside[] = {elsewhere.filePath(QStringLiteral("a.png")),
+                               QStringLiteral("../") + QFileInfo(elsewhere.path()).fileName()
+                                   + QStringLiteral("/b.png"),
+                               QStringLiteral("link/c.png")};
+    for (const QString &file : outside) {
+        const QByteArray script = QStringLiteral("test.screenshot('Main Button#save', '%1');\n").arg(file).toUtf8();
+        EXPECT_TRUE(endsWith(1, replay(script.constData())));
+    }
+    EXPECT_TRUE(endsWith(1, replay("test.compareImage('Main Button#save', '../outside.png');\n")));
+    EXPECT_TRUE(QDir(elsewhere.path()).isEmpty());
+    EXPECT_TRUE(passes("test.screenshot('Main Button#save', 'new/folder/a.png');\n"));
+    const QByteArray script = QStringLiteral("test.screenshot('Main Button#save', '%1');\n").arg(outside[0]).toUtf8();
+    EXPECT_TRUE(passes(script.constData(), {QStringLiteral("--allow-paths")}));
+    EXPECT_TRUE(QFile::exists(outside[0]));
 }
 
 TEST_F(Reports, withoutAReportNoPicturesAreTaken)
