@@ -56,8 +56,7 @@ bool writeInPlace(int descriptor, qint64 oldSize, const QByteArray &content)
             return false;
         }
     }
-    return writeWhole(descriptor, content) && ::ftruncate(descriptor, content.size()) == 0
-        && ::fsync(descriptor) == 0;
+    return writeWhole(descriptor, content) && ::ftruncate(descriptor, content.size()) == 0 && ::fsync(descriptor) == 0;
 }
 
 bool replace(const QByteArray &target, const QByteArray &content)

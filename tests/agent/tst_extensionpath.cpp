@@ -1,8 +1,8 @@
 #include "agent/extensionpath.h"
 
 #include "support/waiting.h"
-#include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
+#include "wrappers/qt/extensions/qtquickcommon/qtquickhook.h"
 
 #include "hook/logger.h"
 
@@ -96,7 +96,9 @@ TEST_F(Gathering, KeepsTheOrderOfDirectoriesAndOfTheirListings)
 
 TEST_F(Gathering, LeavesExtensionsWhereTheirImportsAre)
 {
-    const char *const folders[] = {"with space", "h\xC3\xA4" "lf#t%20y"};
+    const char *const folders[] = {"with space",
+                                   "h\xC3\xA4"
+                                   "lf#t%20y"};
     QStringList directories;
     for (const char *folder : folders) {
         directories.append(in(folder));

@@ -41,8 +41,9 @@ TEST_F(InputFile, IsReadUpToItsLimit)
 TEST_F(InputFile, ThatHasNoEndOrNeverBeginsIsRefused)
 {
     ASSERT_EQ(::mkfifo(QFile::encodeName(in("pipe")).constData(), 0600), 0);
-    const QString wrong[] = {QStringLiteral("/dev/zero"), QStringLiteral("/dev/tty"), in("pipe"), in("nothing"),
-                             in("."), QString(in("file") + QChar::Null)};
+    const QString wrong[] = {
+        QStringLiteral("/dev/zero"),      QStringLiteral("/dev/tty"), in("pipe"), in("nothing"), in("."),
+        QString(in("file") + QChar::Null)};
     for (const QString &path : wrong) {
         QString error;
         EXPECT_FALSE(readInput(path, longestTextFile, &error)) << qPrintable(path);

@@ -49,7 +49,8 @@ protected:
     QString in(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
     QStringList files() const
     {
-        return QDir(m_directory.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        return QDir(m_directory.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     }
 
     static QByteArray contentOf(const QString &path)

@@ -247,8 +247,9 @@ TEST_F(Strangers, OfAnotherUserAreNotTalkedTo)
         "    answer = b''\n"
         "print('answered' if answer else 'ignored')\n");
     QProcess attacker;
-    attacker.start(runuser, {QStringLiteral("-u"), QStringLiteral("nobody"), QStringLiteral("--"), python,
-                             QStringLiteral("-c"), script, socket, variable("VANTLE_AGENT_TOKEN")});
+    attacker.start(runuser,
+                   {QStringLiteral("-u"), QStringLiteral("nobody"), QStringLiteral("--"), python, QStringLiteral("-c"),
+                    script, socket, variable("VANTLE_AGENT_TOKEN")});
     ASSERT_TRUE(attacker.waitForFinished(30000));
     EXPECT_EQ(attacker.readAllStandardOutput(), "ignored\n") << attacker.readAllStandardError().constData();
     // The agent itself still gets through.

@@ -204,8 +204,7 @@ void InspectSession::requestFailed(const QString &method, const Protocol::Error 
 
 void InspectSession::print(const QString &text, const QJsonObject &json)
 {
-    const QString output = m_options.asJson ? QString::fromUtf8(QJsonDocument(json).toJson())
-                                            : Console::visible(text);
+    const QString output = m_options.asJson ? QString::fromUtf8(QJsonDocument(json).toJson()) : Console::visible(text);
     if (Console::print(output))
         return;
     Console::say(QStringLiteral("cannot write to standard output"));

@@ -89,8 +89,9 @@ void ProgressView::end(int index, const ScriptResult &result)
 {
     m_running.remove(index);
     const Colour colour = result.verdict == Verdict::Passed ? Green : Red;
-    QStringList lines{QStringLiteral("%1: %2: %3")
-                          .arg(Console::visible(result.file), coloured(verdictText(result.verdict), colour), countsText(result))};
+    QStringList lines{
+        QStringLiteral("%1: %2: %3")
+            .arg(Console::visible(result.file), coloured(verdictText(result.verdict), colour), countsText(result))};
     // What ended the script by an error was shown with its place.
     const bool isShown = result.verdict == Verdict::Passed || result.verdict == Verdict::Failed;
     if (!isShown)

@@ -125,7 +125,7 @@ private:
 
     QPointer<QQuickItem> m_root;
     QPointer<QQuickWindow> m_window;
-    int m_questions = 0; ///< that were put to extensions; until then nothing can have changed
+    int m_questions = 0;            ///< that were put to extensions; until then nothing can have changed
     QSet<const QObject *> m_living; ///< as of the last question; filled when it is needed
 };
 

@@ -220,7 +220,8 @@ void StreamGenerator::addDeath()
         return;
     // Mostly what the phrase is about, and in the middle of it.
     const std::size_t at = m_stream.steps.size() - pick(std::min<std::size_t>(m_stream.steps.size(), 6));
-    StreamStep death{StreamStep::Die, m_stream.steps[at - 1].time, SyntheticEvent(), chance(70) ? m_focus : anyObject()};
+    StreamStep death{StreamStep::Die, m_stream.steps[at - 1].time, SyntheticEvent(),
+                     chance(70) ? m_focus : anyObject()};
     m_stream.steps.insert(m_stream.steps.begin() + static_cast<std::ptrdiff_t>(at), std::move(death));
 }
 

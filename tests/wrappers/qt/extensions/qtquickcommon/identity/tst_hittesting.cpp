@@ -82,8 +82,8 @@ public:
     void grow(QQuickItem *parent, int depth)
     {
         for (int i = pick(4); i >= 0; --i) {
-            QQuickItem *const item = addItem(
-                parent, QRectF(pick(100) - 20, pick(100) - 20, pick(60), pick(60)), pick(10) ? 0 : pick(3) - 1);
+            QQuickItem *const item = addItem(parent, QRectF(pick(100) - 20, pick(100) - 20, pick(60), pick(60)),
+                                             pick(10) ? 0 : pick(3) - 1);
             item->setFlag(QQuickItem::ItemClipsChildrenToShape, pick(8) == 0);
             item->setTransformOrigin(static_cast<QQuickItem::TransformOrigin>(pick(9)));
             transform(item);
