@@ -66,14 +66,14 @@ _vantle_options()
     case $1 in
     record)
         echo -o --output --without-coordinates --tree --verify --fresh-settings --keep-running --start-timeout \
-            --debug-compression --extensions --names -h --help --
+            --debug-compression --extensions --no-standard-extension --names -h --help --
         ;;
     inspect)
-        echo --name --functions --check-names --json --timeout --start-timeout --extensions --names -h --help --
+        echo --name --functions --check-names --json --timeout --start-timeout --extensions --no-standard-extension --names -h --help --
         ;;
     replay)
         echo --timeout --start-timeout --junit --report --update-images --allow-paths --record --tree --workers --strict --offscreen \
-            --share-display --fresh-settings --extensions --names -h --help --
+            --share-display --fresh-settings --extensions --no-standard-extension --names -h --help --
         ;;
     doctor)
         echo -h --help

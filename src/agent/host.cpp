@@ -54,6 +54,7 @@ Host::Host(const Protocol::HelloResult &settings, Protocol::Connection *connecti
 {
     QtQuickCommon::setLogger(&m_log);
     QtWrapper::setupQtQuick();
+    QtWrapper::setStandardExtensionEnabled(settings.standardExtension);
     m_extensionPath = std::make_unique<ExtensionPath>(settings.extensionDirectories, scratch);
     if (!settings.namesFile.isEmpty())
         readNames(settings.namesFile);

@@ -112,10 +112,11 @@ Stillness::Place Stillness::placeOf(const SharedPtr<Object> &object)
     Place place{exactRect(object, item), {}, item ? partsOf(item) : QList<QRectF>()};
     m_carrier.clear();
     for (; item; item = item->parentItem()) {
-        if (!item->inherits("QQuickFlickable") || !item->property("moving").toBool())
+        if (!item->inherits("QQuickFlickable"))
             continue;
+        // Views also move their content by themselves, to follow their current entry.
         place.contents.append({item->property("contentX").toReal(), item->property("contentY").toReal()});
-        if (!m_carrier)
+        if (!m_carrier && item->property("moving").toBool())
             m_carrier = item;
     }
     return place;

@@ -66,7 +66,7 @@ public:
 
 private:
     /// Where the object is, with fractions: a slow item moves by less than a
-    /// pixel a frame. And the content positions of the moving flickables around
+    /// pixel a frame. And the content positions of the flickables around
     /// it, as what a flickable holds in its place is under way as well.
     struct Place
     {

@@ -58,6 +58,8 @@ QJsonObject HelloResult::toJson() const
         json.insert(QStringLiteral("extensionDirectories"), QJsonArray::fromStringList(extensionDirectories));
     if (!namesFile.isEmpty())
         json.insert(QStringLiteral("namesFile"), namesFile);
+    if (!standardExtension)
+        json.insert(QStringLiteral("standardExtension"), false);
     if (digests)
         json.insert(QStringLiteral("digests"), true);
     if (strict)
@@ -76,6 +78,7 @@ std::optional<HelloResult> HelloResult::fromJson(const QJsonObject &json, QStrin
         result.extensionDirectories = reader.strings("extensionDirectories");
     if (reader.has("namesFile"))
         result.namesFile = reader.string("namesFile");
+    result.standardExtension = reader.boolean("standardExtension", true);
     result.digests = reader.boolean("digests", false);
     result.strict = reader.boolean("strict", false);
     return reader.finish(result, error);

@@ -73,6 +73,7 @@ struct HelloResult
     QStringList classesWithoutCoordinates;
     QStringList extensionDirectories; ///< further ones, asked in this order
     QString namesFile;                ///< path of the file with the aliases; empty if there is none
+    bool standardExtension = true;    ///< let the extension that comes with the library answer
     bool digests = false;             ///< send a digest of what there is with each statement
     bool strict = false;              ///< a name that fits several objects is an error
 

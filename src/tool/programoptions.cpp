@@ -16,6 +16,7 @@ namespace Vantle::Tool {
 namespace {
 
 const QString startTimeoutName = QStringLiteral("start-timeout");
+const QString noStandardExtensionName = QStringLiteral("no-standard-extension");
 const QString extensionsName = QStringLiteral("extensions");
 const QString namesName = QStringLiteral("names");
 
@@ -89,6 +90,9 @@ QList<Option> agentOptions()
          QStringLiteral("Load the extensions (*.qml) in DIR, too. Can be\n"
                         "repeated."),
          true},
+        {QChar(), noStandardExtensionName, QString(),
+         QStringLiteral("Leave out the extension that comes with Vantle: what\n"
+                        "lies on top is named then, whatever answers.")},
         {QChar(), namesName, QStringLiteral("FILE"),
          QStringLiteral("Take aliases from FILE, a JSON object: where an object\n"
                         "has one, it stands in place of its name.")},
@@ -105,6 +109,7 @@ bool readAgentOptions(const Arguments &arguments, Protocol::HelloResult *setting
             return false;
         settings->extensionDirectories.append(QDir(directory).absolutePath());
     }
+    settings->standardExtension = !arguments.has(noStandardExtensionName);
     if (!arguments.has(namesName))
         return true;
     const QString names = arguments.value(namesName);

@@ -215,6 +215,7 @@ void EventWatcher::noteInput(QWindow *window, QEvent *event)
             flush();
         m_hover.reset();
         break;
+    case QEvent::MouseButtonPress: forgetStalePress(*static_cast<QMouseEvent *>(event)); break;
     case QEvent::KeyRelease: recordKeyOfShortcut(window, *static_cast<QKeyEvent *>(event)); break;
     case QEvent::ShortcutOverride:
     case QEvent::KeyPress:
@@ -227,11 +228,22 @@ void EventWatcher::noteInput(QWindow *window, QEvent *event)
     }
 }
 
+/// A press whose release never came, as when the window system has dragged
+/// something to a place that takes no drops, must not cost the next one.
+void EventWatcher::forgetStalePress(const QMouseEvent &press)
+{
+    if (!m_patterns.isPressed() || press.buttons() != press.button())
+        return;
+    flush();
+    m_patterns.reset();
+    m_pointer.reset();
+}
+
 void EventWatcher::recordKeyOfShortcut(QObject *receiver, const QKeyEvent &release)
 {
     if (m_keyReleases.knows(release) || !m_shortcuts.takeRelease(release))
         return;
-    QKeyEvent press(QEvent::KeyPress, release.key(), release.modifiers(), release.nativeScanCode(),
+    QKeyEvent press(QEvent::KeyPress, release.key(), m_shortcuts.modifiersOf(release), release.nativeScanCode(),
                     release.nativeVirtualKey(), release.nativeModifiers(), release.text());
     record(receiver, &press);
 }

@@ -22,6 +22,7 @@
 class QDropEvent;
 class QInputEvent;
 class QKeyEvent;
+class QMouseEvent;
 class QQuickItem;
 class QWindow;
 
@@ -74,6 +75,7 @@ private:
 
     void takeEvent(QObject *receiver, QEvent *event);
     void noteInput(QWindow *window, QEvent *event);
+    void forgetStalePress(const QMouseEvent &press);
     void recordKeyOfShortcut(QObject *receiver, const QKeyEvent &release);
     void recordHover(QQuickItem *pressed);
     void endTextAtTimer();

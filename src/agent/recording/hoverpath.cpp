@@ -111,7 +111,13 @@ bool HoverPath::findOpener(const QQuickItem *newcomer, std::size_t *end, Stop *s
         QQuickItem *const hovered = hoveredAt(place.window, place.scenePoint);
         if (!hovered || isWithin(hovered, newcomer) || !isHoverSensitive(hovered))
             continue;
-        *stop = {hovered, place.scenePoint};
+        // In the middle of the way over it, since a corner may be no part of it.
+        std::size_t first = *end;
+        while (first > 0 && m_way.at(first - 1).window == place.window
+               && hoveredAt(place.window, m_way.at(first - 1).scenePoint) == hovered)
+            --first;
+        *stop = {hovered, m_way.at((first + *end) / 2).scenePoint};
+        *end = first;
         return true;
     }
     return false;

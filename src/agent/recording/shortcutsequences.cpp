@@ -9,9 +9,15 @@ namespace Vantle::Agent {
 
 namespace {
 
-bool isModifier(int key)
+Qt::KeyboardModifiers modifierOf(int key)
 {
-    return key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock;
+    switch (key) {
+    case Qt::Key_Shift: return Qt::ShiftModifier;
+    case Qt::Key_Control: return Qt::ControlModifier;
+    case Qt::Key_Alt: return Qt::AltModifier;
+    case Qt::Key_Meta: return Qt::MetaModifier;
+    default: return {};
+    }
 }
 
 bool isWaitingForNextKey()
@@ -29,9 +35,19 @@ void ShortcutSequences::look()
 
 bool ShortcutSequences::takeRelease(const QKeyEvent &release)
 {
-    if (isModifier(release.key()) || release.isAutoRepeat())
+    if (const Qt::KeyboardModifiers modifier = modifierOf(release.key())) {
+        m_released |= modifier;
         return false;
+    }
+    if (release.isAutoRepeat())
+        return false;
+    m_modifiers = std::exchange(m_released, {});
     return std::exchange(m_isExpecting, isWaitingForNextKey());
+}
+
+Qt::KeyboardModifiers ShortcutSequences::modifiersOf(const QKeyEvent &release) const
+{
+    return release.modifiers() | m_modifiers;
 }
 
 } // namespace Vantle::Agent

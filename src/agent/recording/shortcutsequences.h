@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/qnamespace.h>
+
 class QKeyEvent;
 
 namespace Vantle::Agent {
@@ -21,8 +23,14 @@ public:
     /// further key of a shortcut. The next one is not, unless a shortcut waits again.
     bool takeRelease(const QKeyEvent &release);
 
+    /// The modifiers that the key was pressed with whose release takeRelease() has
+    /// just taken: some may have been let go ahead of it.
+    Qt::KeyboardModifiers modifiersOf(const QKeyEvent &release) const;
+
 private:
     bool m_isExpecting = false;
+    Qt::KeyboardModifiers m_released; ///< of which only the release was seen
+    Qt::KeyboardModifiers m_modifiers;
 };
 
 } // namespace Vantle::Agent

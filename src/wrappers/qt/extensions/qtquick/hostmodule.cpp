@@ -2,12 +2,15 @@
 
 #include "wrappers/qt/extensions/qtquick/inputhelper_p.h"
 #include "wrappers/qt/extensions/qtquick/itemnames_p.h"
+#include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
 
 #include <QtQml/QtQml>
 
 namespace Vantle::QtWrapper {
 
 namespace {
+
+bool isEnabled = true;
 
 constexpr char ModuleUri[] = "com.corvaline.vantle.host";
 
@@ -24,6 +27,16 @@ void registerHostModule()
 {
     registerSingleton<InputHelper>("Input");
     registerSingleton<ItemNames>("ItemNames");
+}
+
+void setStandardExtensionEnabled(bool isWanted)
+{
+    isEnabled = isWanted;
+}
+
+bool isStandardExtensionEnabled()
+{
+    return isEnabled;
 }
 
 } // namespace Vantle::QtWrapper

@@ -9,4 +9,8 @@ namespace Vantle::QtWrapper {
 /// Called once, ahead of the first extension.
 void registerHostModule();
 
+/// See setStandardExtensionEnabled(), which has the helpers of the module give
+/// no answers.
+bool isStandardExtensionEnabled();
+
 } // namespace Vantle::QtWrapper

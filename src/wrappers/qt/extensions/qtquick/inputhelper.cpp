@@ -1,12 +1,13 @@
 #include "wrappers/qt/extensions/qtquick/inputhelper_p.h"
 
+#include "wrappers/qt/extensions/qtquick/hostmodule.h"
 #include "wrappers/qt/extensions/qtquick/inputdelivery.h"
 
 namespace Vantle::QtWrapper {
 
 bool InputHelper::passesOver(QQuickItem *item) const
 {
-    return InputDelivery::passesOver(item);
+    return isStandardExtensionEnabled() && InputDelivery::passesOver(item);
 }
 
 } // namespace Vantle::QtWrapper

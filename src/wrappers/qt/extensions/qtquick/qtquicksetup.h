@@ -9,4 +9,8 @@ namespace Vantle::QtWrapper {
 /// after Application was made.
 VANTLEQTQUICK_EXPORT void setupQtQuick();
 
+/// Whether the extension that comes with the library answers, as it does at
+/// first, or leaves every question to others.
+VANTLEQTQUICK_EXPORT void setStandardExtensionEnabled(bool isEnabled);
+
 } // namespace Vantle::QtWrapper

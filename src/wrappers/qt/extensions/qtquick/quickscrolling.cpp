@@ -15,6 +15,11 @@
 #include <array>
 #include <utility>
 
+// Qt's header uses a keyword that we have switched off.
+#define emit Q_EMIT
+#include <QtQuick/private/qquickflickable_p_p.h>
+#undef emit
+
 namespace Vantle::QtWrapper {
 
 namespace {
@@ -93,11 +98,31 @@ void scrollIntoView(QQuickItem *item)
     }
 }
 
+/// Ends the movement of \p flickable, if there is one, as if it had come to rest
+/// with its content at \p position. What is under way is one movement to the
+/// program, so that it must not end before the content is there.
+bool endMovementAt(QQuickFlickable *flickable, QPointF position)
+{
+    if (!flickable->isMoving())
+        return false;
+    auto *const priv = static_cast<QQuickFlickablePrivate *>(QQuickItemPrivate::get(flickable));
+    const QPointer<QQuickFlickable> guard(flickable);
+    priv->resetTimeline(priv->hData);
+    priv->resetTimeline(priv->vData);
+    priv->hData.move.setValue(-position.x());
+    if (guard)
+        priv->vData.move.setValue(-position.y());
+    if (guard)
+        flickable->cancelFlick();
+    return true;
+}
+
 QString scrollContentAround(QQuickItem *item, QPoint position)
 {
     for (; item; item = item->parentItem()) {
         if (auto *const flickable = qobject_cast<QQuickFlickable *>(item)) {
-            moveTo(flickable, position);
+            if (!endMovementAt(flickable, position))
+                moveTo(flickable, position);
             return {};
         }
     }
