@@ -52,6 +52,17 @@ needsModule() {
     [ -n "${VANTLE_TEST_QML:-}" ] || { echo "needs the QML module Fidelity, in VANTLE_TEST_QML"; exit 77; }
     export QML2_IMPORT_PATH=$VANTLE_TEST_QML
 }
+# For scenes with fingers: gives the program a touch screen, see ../touchplayer.
+needsTouch() {
+    [ -n "${VANTLE_TEST_PLUGINS:-}" ] || { echo "needs the plugin touchplayer, in VANTLE_TEST_PLUGINS"; exit 77; }
+    touches=$out.touches
+    rm -f "$touches"
+    mkfifo "$touches"
+    exec 8<>"$touches"
+    # The tool adds to these what it needs itself.
+    touchScreen=(env QT_QPA_GENERIC_PLUGINS=touchplayer QT_PLUGIN_PATH="$VANTLE_TEST_PLUGINS" TOUCHPLAYER_PIPE="$touches")
+}
+touchScreen=()
 problem() { echo "PROBLEM: $*"; problems=$((problems + 1)); }
 
 # waitFor SECONDS COMMAND...: until the command succeeds; whether it did.
@@ -72,7 +83,7 @@ record() {
     rm -rf "$out".{js,replayed.js,recorded,replayed,html,xml,difference,config,data} "$out".*.json "$out".*.state
     xdotool mousemove "${corner[@]}"
     # shellcheck disable=SC2086  # options are words
-    "$VANTLE" record ${recordOptions:-} -o "$out.js" --tree "$out.recorded.json" -- "${program[@]}" >"$out.recorded" 2>&1 &
+    "${touchScreen[@]}" "$VANTLE" record ${recordOptions:-} -o "$out.js" --tree "$out.recorded.json" -- "${program[@]}" >"$out.recorded" 2>&1 &
     recorder=$!
     inWindow "${windowTitle:-^Scene$}"
     waitFor 3 isActive
@@ -188,6 +199,25 @@ wheel() {
 # first, and programs take a while to learn of that.
 keys() { xdotool key --delay 80 "$@"; sleep 0.4; }
 typed() { xdotool type --delay "${2:-50}" -- "$1"; sleep 0.5; }
+
+# Fingers, in pixels of the window: touch "1:down:20:30 2:down:80:30"
+touch() { echo "$1" >&8; sleep 0.02; }
+# Where a place is in the window, as X:Y.
+within() { at "$1"; echo "$((X - windowX)):$((Y - windowY))"; }
+tap() { touch "1:down:$(within "$1")"; touch "1:up:$(within "$1")"; sleep 0.5; }
+# swipe FROM TO [STEPS]: one finger, which rests before it leaves.
+swipe() {
+    local i from to steps=${3:-12}
+    at "$1"; from=($((X - windowX)) $((Y - windowY)))
+    at "$2"; to=($((X - windowX)) $((Y - windowY)))
+    touch "1:down:${from[0]}:${from[1]}"
+    for i in $(seq "$steps"); do
+        touch "1:move:$((from[0] + (to[0] - from[0]) * i / steps)):$((from[1] + (to[1] - from[1]) * i / steps))"
+    done
+    sleep "${4:-0.4}"
+    touch "1:up:${to[0]}:${to[1]}"
+    sleep 0.6
+}
 typedSlowly() { typed "$1" 400; }
 # holdKey KEY SECONDS: long enough for the auto-repeat of the X server.
 holdKey() { xdotool keydown "$1"; sleep "$2"; xdotool keyup "$1"; sleep 0.4; }
