@@ -1,17 +1,18 @@
-// What recording adds to an event: translation, compression and statement,
-// over scenes of growing size. The baselines are the delivery of the same
-// events without recording, and a bare walk that finds the item under the
-// pointer: recording may grow with the scene like the walk, and not faster.
+// What recording adds to an event, as users run it: the whole way through the
+// agent's watcher, with the standard extension loaded, over scenes of growing
+// size. The baselines are the delivery of the same events without recording, a
+// bare walk that finds the item under the pointer, and the same recording in a
+// window for which no extension is loaded.
 
+#include "agent/recording/eventwatcher.h"
 #include "hook/logger.h"
 #include "wrappers/qt/application.h"
 #include "wrappers/qt/extensions/qtquick/qtquicksetup.h"
 #include "wrappers/qt/extensions/qtquickcommon/diagnostics/logging.h"
-#include "wrappers/qt/extensions/qtquickcommon/recording/qteventrecorder.h"
-#include "wrappers/qt/extensions/qtquickcommon/recording/qteventtranslation.h"
+#include "wrappers/qt/functions/inputplayer.h"
 
 #include <QtGui/QGuiApplication>
-#include <QtGui/QMouseEvent>
+#include <QtGui/qpa/qwindowsysteminterface.h>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickView>
 
@@ -27,6 +28,11 @@ enum Layout : qint64 {
     Flat,       // all items are siblings; the pointer is over the lowest
     Nested,     // each item holds ten; the pointer is over the lowest leaf
     Background, // all items are siblings; the pointer is beside them, on their parent
+};
+
+enum Extensions : qint64 {
+    None,     // a window without QML engine
+    Standard, // what comes with the library
 };
 
 constexpr int Side = 1000;
@@ -46,7 +52,9 @@ protected:
 class Scene
 {
 public:
-    Scene(Layout layout, qint64 itemCount)
+    Scene(Layout layout, qint64 itemCount, Extensions extensions = Standard)
+        : owned(extensions == Standard ? std::make_unique<QQuickView>() : std::make_unique<QQuickWindow>())
+        , window(*owned)
     {
         window.setTitle(QStringLiteral("Scene"));
         window.setGeometry(0, 0, Side, Side);
@@ -61,32 +69,26 @@ public:
             QCoreApplication::processEvents();
     }
 
-    QMouseEvent event(QEvent::Type type) const
-    {
-        const QPointF local(Pointer);
-        const QPointF global(window.mapToGlobal(Pointer));
-        const bool released = type == QEvent::MouseButtonRelease;
-        return QMouseEvent(type, local, local, global, type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton,
-                           released ? Qt::NoButton : Qt::LeftButton, Qt::NoModifier);
-    }
-
     void deliver(QEvent::Type type)
     {
-        QMouseEvent delivered = event(type);
-        QCoreApplication::sendEvent(&window, &delivered);
+        const QPointF local(Pointer);
+        const bool isHeld = type != QEvent::MouseButtonRelease;
+        QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::SynchronousDelivery>(
+            &window, local, window.mapToGlobal(local), isHeld ? Qt::LeftButton : Qt::NoButton,
+            type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, type);
     }
 
-    void record(QEvent::Type type)
+    void click()
     {
-        QMouseEvent recorded = event(type);
-        SyntheticEvent result;
-        if (qtEventToSyntheticEvent(&window, &recorded, &result))
-            recorder->eatEvent(result);
+        deliver(QEvent::MouseButtonPress);
+        deliver(QEvent::MouseButtonRelease);
     }
 
-    // With an engine, as windows of programs have one; extensions are looked for.
-    QQuickView window;
-    Vantle::SharedPtr<QtEventRecorder> recorder = QtEventRecorder::instance();
+private:
+    std::unique_ptr<QQuickWindow> owned;
+
+public:
+    QQuickWindow &window;
 
 private:
     // The pointer's item comes first, so that a walk from the top meets it last.
@@ -131,6 +133,12 @@ std::unique_ptr<Scene> sceneOf(const benchmark::State &state)
     return std::make_unique<Scene>(static_cast<Layout>(state.range(0)), state.range(1));
 }
 
+std::unique_ptr<Scene> recordedSceneOf(const benchmark::State &state)
+{
+    return std::make_unique<Scene>(static_cast<Layout>(state.range(0)), state.range(1),
+                                   static_cast<Extensions>(state.range(2)));
+}
+
 void bareWalkOnly(benchmark::State &state)
 {
     const auto scene = sceneOf(state);
@@ -147,60 +155,70 @@ void deliverMove(benchmark::State &state)
     scene->deliver(QEvent::MouseButtonRelease);
 }
 
-/// Moves of drags of 32 moves each, since a held button holds the queue.
+/// Moves of a drag, delivery included.
 void recordMove(benchmark::State &state)
 {
-    constexpr int movesOfADrag = 32;
-    const auto scene = sceneOf(state);
-    int moves = 0;
-    for (auto _ : state) {
-        scene->record(QEvent::MouseMove);
-        if (++moves % movesOfADrag == 0)
-            scene->recorder->flushEventQueue();
-    }
-    scene->recorder->flushEventQueue();
+    const auto scene = recordedSceneOf(state);
+    Vantle::Agent::EventWatcher watcher;
+    watcher.start();
+    scene->deliver(QEvent::MouseButtonPress);
+    for (auto _ : state)
+        scene->deliver(QEvent::MouseMove);
+    scene->deliver(QEvent::MouseButtonRelease);
+    watcher.stop();
 }
 
 void deliverClick(benchmark::State &state)
 {
     const auto scene = sceneOf(state);
-    for (auto _ : state) {
-        scene->deliver(QEvent::MouseButtonPress);
-        scene->deliver(QEvent::MouseButtonRelease);
-    }
+    for (auto _ : state)
+        scene->click();
 }
 
+/// Clicks that are written at once, as those that a script plays are; delivery included.
 void recordClick(benchmark::State &state)
 {
-    const auto scene = sceneOf(state);
+    const auto scene = recordedSceneOf(state);
     int statements = 0;
     Application::self()->setStatementHandler([&](const Vantle::EventData &) { ++statements; });
+    Vantle::Agent::EventWatcher watcher;
+    watcher.start();
     for (auto _ : state) {
-        scene->record(QEvent::MouseButtonPress);
-        scene->record(QEvent::MouseButtonRelease);
-        scene->recorder->flushEventQueue();
+        scene->click();
+        InputPlayer::announceAction();
     }
+    watcher.stop();
     Application::self()->setStatementHandler({});
     if (statements != state.iterations())
         state.SkipWithError("not every click became a statement");
 }
 
-/// One whole drag: the queue is walked again for every move that it holds.
+/// One whole drag.
 void recordDragOf(benchmark::State &state)
 {
     Scene scene(Flat, 100);
+    Vantle::Agent::EventWatcher watcher;
+    watcher.start();
     for (auto _ : state) {
-        scene.record(QEvent::MouseButtonPress);
+        scene.deliver(QEvent::MouseButtonPress);
         for (int64_t i = 0; i < state.range(0); ++i)
-            scene.record(QEvent::MouseMove);
-        scene.record(QEvent::MouseButtonRelease);
-        scene.recorder->flushEventQueue();
+            scene.deliver(QEvent::MouseMove);
+        scene.deliver(QEvent::MouseButtonRelease);
+        InputPlayer::announceAction();
     }
+    watcher.stop();
 }
 
 void scenes(benchmark::internal::Benchmark *benchmark)
 {
     benchmark->ArgNames({"layout", "items"})->ArgsProduct({{Flat, Nested, Background}, {100, 1000, 10000}});
+    benchmark->Unit(benchmark::kMicrosecond);
+}
+
+void recordedScenes(benchmark::internal::Benchmark *benchmark)
+{
+    benchmark->ArgNames({"layout", "items", "extension"});
+    benchmark->ArgsProduct({{Flat, Nested, Background}, {100, 1000, 10000}, {None, Standard}});
     benchmark->Unit(benchmark::kMicrosecond);
 }
 
@@ -214,9 +232,9 @@ class SilentLogger : public Vantle::Logger
 
 BENCHMARK(bareWalkOnly)->Apply(scenes);
 BENCHMARK(deliverMove)->Apply(scenes);
-BENCHMARK(recordMove)->Apply(scenes);
+BENCHMARK(recordMove)->Apply(recordedScenes);
 BENCHMARK(deliverClick)->Apply(scenes);
-BENCHMARK(recordClick)->Apply(scenes);
+BENCHMARK(recordClick)->Apply(recordedScenes);
 BENCHMARK(recordDragOf)->ArgName("moves")->Arg(10)->Arg(100)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
@@ -228,6 +246,8 @@ int main(int argc, char **argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
         qputenv("QT_QUICK_BACKEND", "software");
+    // The standard extension of the build.
+    qputenv("VANTLE_PREFIX", VANTLE_BUILD_PREFIX);
     const QGuiApplication gui(argc, argv);
     SilentLogger logger;
     Vantle::QtQuickCommon::setLogger(&logger);
