@@ -185,6 +185,13 @@ def settle(windows):
             pass
 
 
+def is_on_screen(window):
+    """Whether all of it is: of the others there is no complete picture."""
+    x, y, width, height = window.geometry()
+    screen_width, screen_height = map(int, xdotool("getdisplaygeometry").split())
+    return x >= 0 and y >= 0 and x + width <= screen_width and y + height <= screen_height
+
+
 def record(arguments, directory):
     """Makes the session; gives the statements, and the pictures by their windows' places."""
     log = open(directory / "actions.log", "w")
@@ -209,7 +216,7 @@ def record(arguments, directory):
         if not ended:
             time.sleep(1)
             settle(hand.windows())
-            for window in hand.windows():
+            for window in filter(is_on_screen, hand.windows()):
                 picture = directory / f"recorded{len(pictures)}.png"
                 window.save_picture(picture)
                 pictures[picture.name] = window.geometry()
@@ -318,6 +325,7 @@ def main():
     if status != 0:
         report_failure(script, output)
         raise SystemExit(1)
+    print("the pictures are the same" if checks else "no window was on the screen as a whole")
     raise SystemExit(0 if compare(directory) else 1)
 
 
