@@ -24,5 +24,5 @@ ApplicationWindow {
         Item { Layout.fillWidth: true }
         Button { id: ok; text: "OK"; onClicked: console.log("LOG ok") }
     }
-    Places { of: ({form, box, ok}) }
+    Places { of: () => ({name: form.children[1], box, ok}) }
 }

@@ -3,7 +3,7 @@
 # Variants: Basic Fusion Material Universal Imagine
 source "$(dirname "$0")/lib.sh"
 record inputs.qml
-click form@200,25; typed 'Ada'; sees 'NOW name Ada'
+click name; typed 'Ada'; sees 'NOW name Ada'
 keys Tab; typed 'London'; sees 'NOW town London'
 click box; sees 'NOW member true'
 click ok; sees 'LOG ok'
