@@ -10,6 +10,8 @@
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 
+#include <cmath>
+
 namespace Vantle::Agent {
 
 namespace {
@@ -27,6 +29,22 @@ QWindow *windowOf(const SharedPtr<Object> &object)
 bool isSelfOrAncestor(const QQuickItem *ancestor, const QQuickItem *item)
 {
     return ancestor == item || ancestor->isAncestorOf(item);
+}
+
+/// Where in the scene the player goes that is to point at \p point of \p item: the
+/// whole pixel that a recording calls so, or the middle of the point where a scaled
+/// scene has none.
+QPointF pixelMeaning(const QQuickItem *item, QPoint point)
+{
+    const QPointF middle = item->mapToScene(QPointF(point) + QPointF(0.5, 0.5));
+    for (const double x : {std::floor(middle.x()), std::ceil(middle.x())}) {
+        for (const double y : {std::floor(middle.y()), std::ceil(middle.y())}) {
+            const QPointF inside = item->mapFromScene(QPointF(x, y));
+            if (QPoint(qFloor(inside.x()), qFloor(inside.y())) == point)
+                return {x, y};
+        }
+    }
+    return middle;
 }
 
 /// The item that a user hits at \p point of \p window; null if that is empty there.
@@ -126,7 +144,7 @@ void CallTarget::takeAim(const SharedPtr<Object> &object)
     m_window = windowOf(shown.window);
     m_pointInWindow = QPoint(qFloor(shown.point.x()), qFloor(shown.point.y()));
     if (item)
-        m_scenePoint = item->mapToScene(point);
+        m_scenePoint = m_aim.point ? pixelMeaning(item, *m_aim.point) : item->mapToScene(point);
 }
 
 /// A popup that is opening or closing takes keys, and presses beside it, for

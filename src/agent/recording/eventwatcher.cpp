@@ -106,7 +106,11 @@ EventWatcher::EventWatcher(std::chrono::milliseconds settlingTime)
     : m_settling(settlingTime)
     , m_windows([this](QWindow *window, QEvent *event) { record(window, event); }, settlingTime)
     , m_pointer(
-          &m_ledger, [this](const SyntheticEvent &foreseen) { m_flickGenerator->peekSyntheticEvent(foreseen); },
+          &m_ledger,
+          [this](const SyntheticEvent &foreseen) {
+              m_flickGenerator->peekSyntheticEvent(foreseen);
+              m_ledger.foresee(foreseen);
+          },
           [this](QQuickItem *item) { recordHover(item); })
     , m_ledger(dragDistance)
     , m_patterns(

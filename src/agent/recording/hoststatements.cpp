@@ -57,6 +57,13 @@ const Method *snoozeMethod()
     return method;
 }
 
+/// Where the content comes to rest that is at \p position: a flickable lets it
+/// overshoot for a moment.
+int restingPlace(qreal position, qreal origin, qreal content, qreal view)
+{
+    return qRound(qBound(origin, position, qMax(origin, origin + content - view)));
+}
+
 } // namespace
 
 void mouseMove(const SyntheticEvent &place)
@@ -91,8 +98,13 @@ EventData withContentPosition(const EventData &statement, const SharedPtr<Object
     if (!flickable || statement.method() != QtWrapper::mouseWheelByNameFn())
         return statement;
     ObjectList arguments = statement.arguments();
-    arguments.push_back(number(qRound(flickable->contentX())));
-    arguments.push_back(number(qRound(flickable->contentY())));
+    const QQuickFlickable &view = *flickable;
+    arguments.push_back(number(restingPlace(view.contentX(), view.originX() - view.leftMargin(),
+                                            view.contentWidth() + view.leftMargin() + view.rightMargin(),
+                                            view.width())));
+    arguments.push_back(number(restingPlace(view.contentY(), view.originY() - view.topMargin(),
+                                            view.contentHeight() + view.topMargin() + view.bottomMargin(),
+                                            view.height())));
     EventData complete(QtWrapper::mouseWheelToByNameFn(), statement.objectName(), arguments);
     complete.time = statement.time;
     return complete;

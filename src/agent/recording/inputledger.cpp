@@ -110,12 +110,21 @@ void InputLedger::take(const SyntheticEvent &record)
             m_remark(QStringLiteral("%1: it has neither a name nor a letter").arg(inWords(record)), record);
         return;
     }
+    m_foreseen.reset();
     if (isBeginning(record))
         m_entries.push_back({record, std::nullopt, record.ready ? QString() : notReadyReason(record.object)});
     else
         noteEnd(record);
     tellOutlook();
     pass(record);
+}
+
+void InputLedger::foresee(const SyntheticEvent &press)
+{
+    if (!isPress(press))
+        return;
+    m_foreseen = press;
+    tellOutlook();
 }
 
 void InputLedger::noteEnd(const SyntheticEvent &record)
@@ -223,6 +232,10 @@ void InputLedger::tellOutlook()
     QList<EventData> statements;
     for (const Entry &entry : m_entries) {
         if (const std::optional<EventData> statement = outlookOf(entry))
+            statements.append(*statement);
+    }
+    if (m_foreseen) {
+        if (const std::optional<EventData> statement = outlookOf({*m_foreseen, std::nullopt, QString()}))
             statements.append(*statement);
     }
     if (statements.isEmpty() && !m_hasOutlook)

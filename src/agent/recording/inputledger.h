@@ -38,6 +38,9 @@ public:
 
     void take(const QtWrapper::SyntheticEvent &record) override;
 
+    /// \p press is about to be delivered; it comes down the line once it has been.
+    void foresee(const QtWrapper::SyntheticEvent &press);
+
     /// The object of the input that \p statement, which was not noted yet, begins
     /// with; null if that is not known.
     SharedPtr<Object> objectOf(const EventData &statement);
@@ -72,6 +75,7 @@ private:
     Remark m_remark;
     Outlook m_outlook;
     Entries m_entries;
+    std::optional<QtWrapper::SyntheticEvent> m_foreseen;
     bool m_hasOutlook = false;
 };
 

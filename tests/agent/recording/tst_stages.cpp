@@ -355,6 +355,15 @@ TEST_F(Ledger, ForeseesWhatWouldBeWritten)
     EXPECT_EQ(outlook, Lines({"mouseClick"}));
 }
 
+TEST_F(Ledger, ForeseesAPressThatIsBeingDelivered)
+{
+    const SyntheticEvent press = mouse(SyntheticEvent::Press, {0, 0});
+    ledger.foresee(press);
+    EXPECT_EQ(outlook, Lines({"mousePress"}));
+    ledger.take(press);
+    EXPECT_EQ(outlook, Lines({"mousePress"}));
+}
+
 TEST_F(Ledger, ForeseesDrags)
 {
     ledger.take(mouse(SyntheticEvent::Press, {0, 0}));

@@ -208,6 +208,9 @@ QString labelBeside(QQuickItem *item)
 
 QString labelOf(QQuickItem *item)
 {
+    // What a view has put into itself holds one text today and another one tomorrow.
+    if (item->parentItem() && item->parentItem()->inherits("QQuickFlickable"))
+        return {};
     const QPointer<QQuickItem> guard(item);
     const QString ofForm = labelOfForm(item);
     if (!ofForm.isEmpty() || !guard)
