@@ -182,8 +182,12 @@ QString CallTarget::whereItIsAimedAt() const
                        : QStringLiteral("its middle");
 }
 
-std::optional<Obstacle> CallTarget::cover(const SharedPtr<Object> &object) const
+std::optional<Obstacle> CallTarget::cover(const SharedPtr<Object> &object)
 {
+    // So long does what may let the press through count as what covers the object,
+    // since it may also be on its way out.
+    constexpr qint64 longestDoubt = 700;
+
     const QQuickItem *const item = itemOf(object);
     const QQuickWindow *const window = item ? item->window() : nullptr;
     if (!window)
@@ -200,6 +204,12 @@ std::optional<Obstacle> CallTarget::cover(const SharedPtr<Object> &object) const
     const QtWrapper::PressRoad road = QtWrapper::pressRoadTo(item, m_scenePoint, m_aim.button);
     if (road.reachesTarget)
         return std::nullopt;
+    if (road.mayReachTarget) {
+        if (!m_sinceDoubt.isValid())
+            m_sinceDoubt.start();
+        if (m_sinceDoubt.elapsed() > longestDoubt)
+            return std::nullopt;
+    }
     if (road.takenBy && !(hit && isSelfOrAncestor(hit, road.takenBy)))
         hit = road.takenBy;
     if (!hit || hit == window->contentItem())

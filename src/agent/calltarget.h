@@ -72,7 +72,7 @@ private:
     void takeAim(const SharedPtr<Object> &object);
     std::optional<Obstacle> popupUnderWay(const SharedPtr<Object> &object);
     std::optional<Obstacle> motion(const SharedPtr<Object> &object);
-    std::optional<Obstacle> cover(const SharedPtr<Object> &object) const;
+    std::optional<Obstacle> cover(const SharedPtr<Object> &object);
     QString whereItIsAimedAt() const;
 
     SharedPtr<Object> m_object; // null if it is called by name
@@ -81,6 +81,7 @@ private:
     Aim m_aim;
     Stillness m_stillness;
     QElapsedTimer m_sincePopup; // was first seen under way
+    QElapsedTimer m_sinceDoubt; // whether what is in front lets the press through
 
     QPointer<QWindow> m_window;
     QPoint m_pointInWindow;

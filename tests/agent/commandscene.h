@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QtCore/QDir>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QTemporaryDir>
@@ -38,7 +39,7 @@ protected:
     void startAgent(const Vantle::Protocol::HelloResult &settings)
     {
         endAgent();
-        m_host = std::make_unique<Vantle::Agent::Host>(settings, m_agentEnd.get());
+        m_host = std::make_unique<Vantle::Agent::Host>(settings, m_agentEnd.get(), QDir::tempPath());
         m_commands = std::make_unique<Vantle::Agent::Commands>(m_host.get(), m_agentEnd.get());
     }
     void endAgent()

@@ -262,7 +262,7 @@ TEST_F(FormCommands, WhatIsInTheWindowButNotInTheContainerIsToldAsThat)
     const Protocol::Error error = failureOf(
         "find", json(R"({"name": "WindowQmlImpl#form Rectangle#twin [objectName=\"label\"]"})"));
     EXPECT_TRUE(
-        error.message.contains(QStringLiteral(": it is there, but not below \"WindowQmlImpl#form Rectangle#twin")))
+        error.message.contains(QStringLiteral(": it is there, but not below \"Window#form Rectangle#twin")))
         << qPrintable(error.message);
 }
 
@@ -320,11 +320,11 @@ TEST_F(FormCommands, ASnapshotHoldsObjectsValuesAndPictures)
                       object.toObject().value(QStringLiteral("values")).toObject());
     }
     const QJsonObject save = values.value(
-        QStringLiteral("WindowQmlImpl#form Rectangle#save[objectName=\"save\"]:visible"));
+        QStringLiteral("Window#form Rectangle[objectName=\"save\"]:visible"));
     EXPECT_EQ(save.value(QStringLiteral("text")).toString(), QStringLiteral("Save"));
     EXPECT_EQ(save.value(QStringLiteral("width")).toString(), QStringLiteral("100"));
     EXPECT_EQ(save.value(QStringLiteral("enabled")).toString(), QStringLiteral("true"));
-    const QJsonObject window = values.value(QStringLiteral("WindowQmlImpl#form"));
+    const QJsonObject window = values.value(QStringLiteral("Window#form"));
     EXPECT_EQ(window.value(QStringLiteral("title")).toString(), QStringLiteral("Form"));
     EXPECT_EQ(window.value(QStringLiteral("tint")).toString(), QStringLiteral("#80ff0000"));
     EXPECT_FALSE(window.contains(QStringLiteral("x")));

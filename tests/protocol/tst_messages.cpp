@@ -80,6 +80,7 @@ TEST(HelloResult, survivesTheWayThroughJson)
                            {QStringLiteral("QQuickButton"), QStringLiteral("Tile")},
                            {QStringLiteral("/a"), QStringLiteral("/b c")},
                            QStringLiteral("names.json"),
+                           false,
                            true,
                            true};
     const auto result = HelloResult::fromJson(sent.toJson());
@@ -89,6 +90,7 @@ TEST(HelloResult, survivesTheWayThroughJson)
     EXPECT_EQ(result->classesWithoutCoordinates, sent.classesWithoutCoordinates);
     EXPECT_EQ(result->extensionDirectories, sent.extensionDirectories);
     EXPECT_EQ(result->namesFile, sent.namesFile);
+    EXPECT_FALSE(result->standardExtension);
     EXPECT_TRUE(result->digests);
     EXPECT_TRUE(result->strict);
 }

@@ -9,9 +9,9 @@ namespace {
 // A hand that turns on pauses less, also where the wheel is big and slow.
 constexpr qint64 longestPause = 500;
 
-int signOf(int value)
+bool isOpposite(int one, int other)
 {
-    return (value > 0) - (value < 0);
+    return (one > 0 && other < 0) || (one < 0 && other > 0);
 }
 
 } // namespace
@@ -19,11 +19,11 @@ int signOf(int value)
 bool WheelRuns::beginsAnew(const QWheelEvent &event)
 {
     const QPoint angle = event.angleDelta();
-    const QPoint direction(signOf(angle.x()), signOf(angle.y()));
-    const bool isSame = m_sinceLast.isValid() && m_sinceLast.elapsed() <= longestPause && direction == m_direction;
-    m_direction = direction;
+    const bool goesOn = m_sinceLast.isValid() && m_sinceLast.elapsed() <= longestPause
+        && !isOpposite(angle.x(), m_last.x()) && !isOpposite(angle.y(), m_last.y());
+    m_last = angle;
     m_sinceLast.start();
-    return !isSame;
+    return !goesOn;
 }
 
 } // namespace Vantle::Agent

@@ -19,7 +19,7 @@ public:
     bool beginsAnew(const QWheelEvent &event);
 
 private:
-    QPoint m_direction;
+    QPoint m_last;
     QElapsedTimer m_sinceLast;
 };
 

@@ -112,6 +112,7 @@ protected:
         runs.take(release);
     }
 
+    QtWrapper::Application application;
     QWindow native;
     SharedPtr<Object> object = QtWrapper::wrapAndRegisterQObject(&native);
     Sink sink;

@@ -73,7 +73,9 @@ bool mayDecline(const QQuickItem *item)
 }
 
 /// Goes down from \p item to whoever ends the road. False if it isn't ended there.
-bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::MouseButton button, PressRoad *road)
+/// With \p isDeclined whoever may decline a press does.
+bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::MouseButton button, PressRoad *road,
+            bool isDeclined = false)
 {
     const QPointF point = item->mapFromScene(scenePoint);
     const bool isInside = item->contains(point);
@@ -83,14 +85,14 @@ bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::
     const auto descend = [&](bool isAbove) {
         return std::any_of(children.crbegin(), children.crend(), [&](QQuickItem *child) {
             return (child->z() >= 0) == isAbove && child->isVisible() && child->isEnabled()
-                && follow(child, scenePoint, target, button, road);
+                && follow(child, scenePoint, target, button, road, isDeclined);
         });
     };
     if (descend(true))
         return true;
     if (isInside && target && (item == target || target->isAncestorOf(item)))
         road->reachesTarget = true;
-    else if (isInside && takesPress(item, point, button) && !(target && mayDecline(item)))
+    else if (isInside && takesPress(item, point, button) && !(isDeclined && mayDecline(item)))
         road->takenBy = item;
     return road->reachesTarget || road->takenBy || descend(false);
 }
@@ -100,7 +102,13 @@ bool follow(QQuickItem *item, QPointF scenePoint, const QQuickItem *target, Qt::
 PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button)
 {
     PressRoad road;
-    follow(target->window()->contentItem(), scenePoint, target, button, &road);
+    QQuickItem *const root = target->window()->contentItem();
+    follow(root, scenePoint, target, button, &road);
+    if (road.takenBy && mayDecline(road.takenBy)) {
+        PressRoad beyond;
+        follow(root, scenePoint, target, button, &beyond, true);
+        road.mayReachTarget = beyond.reachesTarget;
+    }
     return road;
 }
 

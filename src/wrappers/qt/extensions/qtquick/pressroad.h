@@ -14,6 +14,9 @@ namespace Vantle::QtWrapper {
 struct PressRoad
 {
     bool reachesTarget = false;
+    /// Whether what takes the press looks at each one, and the press gets to the
+    /// target if it lets it through.
+    bool mayReachTarget = false;
     /// What takes the press in front of the target; null if it got there, or
     /// where there is nothing that takes presses and the target isn't either.
     QQuickItem *takenBy = nullptr;
@@ -24,8 +27,7 @@ struct PressRoad
 /// delivers presses. Texts and decorations let them through, and so do disabled
 /// items; what lies inside of the target belongs to it.
 ///
-/// An item can decide to let a single press through, which only trying would tell:
-/// a mouse area that looks at its presses is not taken for an end of the road.
+/// An item can decide to let a single press through, which only trying would tell.
 /// Runs on the thread that owns the items; no script of an extension is asked.
 VANTLEQTQUICK_EXPORT PressRoad pressRoadTo(const QQuickItem *target, QPointF scenePoint, Qt::MouseButton button);
 

@@ -42,6 +42,8 @@ protected:
 
     QQuickItem *find(const char *name) const { return m_window->findChild<QQuickItem *>(QLatin1String(name)); }
 
+    PressRoad road(const char *target) const { return pressRoadTo(find(target), Middle, Qt::LeftButton); }
+
     /// The name of what takes a press in the middle that is meant for \p target;
     /// empty if the target gets it.
     QString takenBy(const char *target, Qt::MouseButton button = Qt::LeftButton) const
@@ -80,6 +82,16 @@ TEST_F(PressRoads, LeadToAnItemThatNothingCovers)
     load("");
     EXPECT_EQ(takenBy("target"), QString());
     EXPECT_EQ(pressedByQt(), QStringLiteral("target"));
+}
+
+TEST_F(PressRoads, MayGoOnBehindAMouseAreaThatLooksAtEachPress)
+{
+    load("MouseArea { objectName: 'cover'; width: 60; height: 60; onPressed: (mouse) => mouse.accepted = false }");
+    EXPECT_EQ(takenBy("target"), QStringLiteral("cover"));
+    EXPECT_TRUE(road("target").mayReachTarget);
+    EXPECT_EQ(pressedByQt(), QStringLiteral("target"));
+    load("MouseArea { objectName: 'cover'; width: 60; height: 60 }");
+    EXPECT_FALSE(road("target").mayReachTarget);
 }
 
 TEST_F(PressRoads, EndInWhatTakesThePressFirst)

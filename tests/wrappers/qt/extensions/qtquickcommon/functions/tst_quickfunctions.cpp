@@ -208,5 +208,5 @@ TEST(QuickFunctionsTwice, AreThereTwice)
     const qsizetype before = Inspector::self()->globalClass()->methods().size();
     setupQuickFunctions();
     const qsizetype added = Inspector::self()->globalClass()->methods().size() - before;
-    EXPECT_EQ(added, 28 + 2 + 2 + 1 + 2);
+    EXPECT_EQ(added, 48 + 2 + 2 + 1 + 2);
 }

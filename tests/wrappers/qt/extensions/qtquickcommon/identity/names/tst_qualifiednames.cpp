@@ -76,8 +76,8 @@ TEST_F(QualifiedNames, ScriptNameIsTheQualifiedName)
          "Button { text: 'OK' } Button { text: 'OK'; property bool second } }");
     for (QQuickItem *item : roots()) {
         const bool second = item->property("second").isValid();
-        EXPECT_EQ(scriptName(item), second ? QStringLiteral("WindowQmlImpl#main Button[text=\"OK\"]:visible:nth(2)")
-                                           : QStringLiteral("WindowQmlImpl#main Button[text=\"OK\"]:visible"));
+        EXPECT_EQ(scriptName(item), second ? QStringLiteral("Window#main Button[text=\"OK\"]:visible:nth(2)")
+                                           : QStringLiteral("Window#main Button[text=\"OK\"]:visible"));
         EXPECT_EQ(scriptName(item), name(item));
     }
 }
