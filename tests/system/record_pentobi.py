@@ -15,7 +15,7 @@ EXPECTED = [
     r'longMouseClick\("Main#rootWindow Item#grabImageTarget:visible MouseArea:visible", 288, 255, Qt\.LeftButton\);',
     r'mouseClick\("Main#rootWindow ToolButton\[text=\\"Rated Game\\"\]:visible", 14, 15, Qt\.LeftButton\);',
     r'type\("Main#rootWindow PopupItem:visible", "<Esc>"\);',
-    r'mouseClick\("Main#rootWindow Loader#menu:visible", 14, 15, Qt\.ShiftModifier, Qt\.LeftButton\);',
+    r'mouseClick\("Main#rootWindow PentobiButton#menuButton:visible ToolButton#button:visible", 14, 15, Qt\.ShiftModifier, Qt\.LeftButton\);',
 ]
 
 

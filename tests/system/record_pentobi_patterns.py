@@ -75,7 +75,7 @@ class RecordPentobiPatterns(unittest.TestCase):
         self.finish()
         name = rf"{ROOT} TextField#textFieldPlayerName"
         self.expect(
-            rf'mouseClick\({ROOT} Loader#menu:visible", {POINT}, Qt\.LeftButton\);',
+            rf'mouseClick\({ROOT} PentobiButton#menuButton:visible ToolButton#button:visible", {POINT}, Qt\.LeftButton\);',
             rf'mouseClick\({ROOT} MenuItem\[text=\\"Game\\"\]:visible", {POINT}, Qt\.LeftButton\);',
             rf'mouseClick\({ROOT} MenuItem\[text=\\"Game Info\\"\]:visible", {POINT}, Qt\.LeftButton\);',
             rf'mouseClick\({name}0:visible", {POINT}, Qt\.LeftButton\);',
@@ -103,7 +103,7 @@ class RecordPentobiPatterns(unittest.TestCase):
             rf"mouseDrag\({PIECE_IMAGE}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
             rf"mouseWheel\({ON_BOARD}, {POINT}, 0, -30, Qt\.NoModifier\);",
             rf"longMouseDrag\({ON_BOARD}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
-            rf'doubleClick\({BELOW} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
+            rf'doubleClick\({BELOW} MouseArea:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
         )
 
     def test_window_moved_resized_and_closed_by_its_frame(self):
@@ -123,9 +123,9 @@ class RecordPentobiPatterns(unittest.TestCase):
         xdotool("mousemove", x + width - 10, y - 10, "click", 1)
         self.assertEqual(self.recording.process.wait(60), 0, self.recording.messages())
         self.expect(
-            rf'mouseClick\({BELOW} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
+            rf'mouseClick\({BELOW} MouseArea:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
             rf'moveWindow\({ROOT}", 25, 12\);',
-            rf'mouseClick\({BELOW} Item:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
+            rf'mouseClick\({BELOW} MouseArea:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',
             rf'setWindowSize\({ROOT}", {width}, {height}\);',
             rf'closeWindow\({ROOT}"\);',
         )

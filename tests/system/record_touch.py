@@ -53,7 +53,7 @@ class RecordTouch(unittest.TestCase):
         self.start(WORKBENCH, "Workbench")
         x, y = TOKEN
         self.screen.drag((x, y), *((x + 20 * step, y + 5 * step) for step in range(1, 11)))
-        self.expect(f"touchAndDrag({TOKEN_AREA}, ##, ##, 180, 45);")
+        self.expect(f"touchAndDrag({TOKEN_AREA}, ##, ##, ##, ##);")
 
     def test_drag_behind_a_rest_carries_its_delay(self):
         self.start(WORKBENCH, "Workbench")
@@ -61,7 +61,7 @@ class RecordTouch(unittest.TestCase):
         self.screen.drag((x, y), (x + 40, y), (x + 90, y), hold=1.1)
         self.assertEqual(self.recording.interrupt(), 0)
         found = re.fullmatch(
-            rf"touchAndDrag\({re.escape(TOKEN_AREA)}, \d+, \d+, 50, 0, Qt.NoModifier, (\d+)\);",
+            rf"touchAndDrag\({re.escape(TOKEN_AREA)}, \d+, \d+, \d+, 0, Qt.NoModifier, (\d+)\);",
             "\n".join(self.recording.statements()),
         )
         self.assertTrue(found, self.recording.text())
@@ -99,8 +99,8 @@ class RecordTouch(unittest.TestCase):
         self.screen.tap(*pentobisession.MENU)
         self.window.wait_until_settled()
         self.expect(
-            'tapObject("Main#rootWindow MouseArea#mouseArea:visible", ##, ##);',
-            'tapObject("Main#rootWindow Loader#menu:visible", ##, ##);',
+            'tapObject("Main#rootWindow PieceList#pieceList0:visible MouseArea[index=\\"0\\"]:visible", ##, ##);',
+            'tapObject("Main#rootWindow PentobiButton#menuButton:visible ToolButton#button:visible", ##, ##);',
         )
 
 

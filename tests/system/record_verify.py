@@ -74,7 +74,7 @@ class Verify(unittest.TestCase):
         status, messages = self.verified(DIFFERENT, play)
         self.assertEqual(status, 1, messages)
         self.assertRegex(messages, r"did not come back: .*; it first differed after statement 2, mouseClick\(.*#chance")
-        self.assertRegex(messages, r'#said.*: text was "0\.\d+", is "0\.\d+"')
+        self.assertRegex(messages, r'"said".*: text was "0\.\d+", is "0\.\d+"')
 
     def test_how_the_program_ends(self):
         status, messages = self.verified(QUITS, lambda recording, window: window.click(20, 20), ends=True)

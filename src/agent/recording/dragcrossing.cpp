@@ -185,7 +185,13 @@ void DragCrossing::endTouch(const SyntheticEvent &end)
     move.touch.points = {*primaryPoint(begin)};
     SyntheticEvent::TouchPoint &finger = move.touch.points.front();
     finger.state = SyntheticEvent::TouchPoint::Updated;
-    const QPoint offset = crossingOn(way, dragDistance);
+    const std::optional<int> loss = m_lossOf(begin);
+    const auto start = std::find_if(updates.cbegin(), updates.cend(), [&](const SyntheticEvent &update) {
+        return loss && isBeyond(wayOfFinger(begin, update), *loss);
+    });
+    const QPoint offset = start != updates.cend()
+        ? crossingWithLoss(way, wayOfFinger(begin, *start), *loss, dragDistance)
+        : crossingOn(way, dragDistance);
     finger.globalX += offset.x();
     finger.globalY += offset.y();
     finger.x += offset.x();

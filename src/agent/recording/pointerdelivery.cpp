@@ -161,7 +161,7 @@ void PointerDelivery::takeWheel(QWindow *window, QWheelEvent *event)
 void PointerDelivery::takeTouchBegin(QWindow *window, QTouchEvent *event)
 {
     complete();
-    const QPointF point = event->points().isEmpty() ? QPointF() : event->point(0).scenePosition();
+    const QPointF point = event->points().isEmpty() ? QPointF() : event->point(0).position();
     QQuickItem *const taker = answererAt(quickWindow(window), point, Qt::LeftButton);
     Pending pending;
     {

@@ -21,6 +21,11 @@ constexpr const char *FurtherKeys[] = {"accessibleName",  "iconName", "iconFile"
 constexpr int mostSteps = 4;
 constexpr qsizetype mostAncestors = 12;
 
+// A key that no item has is asked of extensions for each item that a lookup meets,
+// which takes as long as comparing many. Among more than these, being one of
+// several is told sooner than what tells it from all others.
+constexpr qsizetype mostAsked = 1500;
+
 const QString objectNameKey = QStringLiteral("objectName");
 const QString idKey = QStringLiteral("id");
 
@@ -72,6 +77,7 @@ struct NameChooser::Subject
     std::optional<ViewEntry> entry{};
     qsizetype scope = -1;      ///< the position below which it is looked for at least; -1 for the window
     bool isScopeFixed = false; ///< an extension has named it
+    bool isCrowded = false;    ///< too many items around it to ask extensions about each
     Range range{};             ///< what lies in the scope
     QList<Candidate> candidates{};
     std::optional<QList<qsizetype>> namedAncestors{};
@@ -128,6 +134,7 @@ NameChoice NameChooser::chooseFor(Subject &subject)
 {
     subject.range = subject.scope < 0 ? m_census.everything() : m_census.below(subject.scope);
     subject.candidates = candidatesOf(subject.position, subject.entry && !subject.entry->isFixed);
+    limitAsking(&subject);
     using Way = std::optional<NameChoice> (NameChooser::*)(Subject &);
     for (const Way way : {&NameChooser::byText, &NameChooser::byPlaceInView, &NameChooser::byTypeAlone,
                           &NameChooser::belowNamedAncestor, &NameChooser::byAllTexts}) {
@@ -137,6 +144,20 @@ NameChoice NameChooser::chooseFor(Subject &subject)
             return *choice;
     }
     return closest(subject);
+}
+
+void NameChooser::limitAsking(Subject *subject)
+{
+    const bool isAsked = subject->entry
+        || std::any_of(subject->candidates.cbegin(), subject->candidates.cend(),
+                       [](const Candidate &candidate) { return candidate.isAsked; });
+    if (!isAsked)
+        return;
+    const qsizetype container = narrowContainerOf(*subject);
+    const Range range = container < 0 ? m_census.everything() : m_census.below(container);
+    subject->isCrowded = range.end - range.begin > mostAsked;
+    if (subject->isCrowded)
+        subject->candidates.removeIf([](const Candidate &candidate) { return candidate.isAsked; });
 }
 
 // The id of a delegate is shared by all rows.
@@ -193,6 +214,8 @@ std::optional<NameChoice> NameChooser::byPlaceInView(Subject &subject)
         QString text;
         if (!number)
             continue;
+        if (subject.isCrowded && isAskedOfExtensions(subject.item, key))
+            return std::nullopt;
         if (!readText(subject.item, key, &text) || text != *number)
             return std::nullopt;
         place.insert(key, text);

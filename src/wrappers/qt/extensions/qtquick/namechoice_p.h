@@ -63,6 +63,7 @@ private:
     NameChoice chooseAt(qsizetype position, int depth);
     NameChoice chooseFor(Subject &subject);
     void findScope(Subject *subject);
+    void limitAsking(Subject *subject);
     QList<Candidate> candidatesOf(qsizetype position, bool isEntry) const;
     std::optional<NameChoice> byText(Subject &subject);
     std::optional<NameChoice> byPlaceInView(Subject &subject);
