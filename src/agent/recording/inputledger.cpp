@@ -60,6 +60,12 @@ QString typed(const SyntheticEvent &record)
     return QString::fromUtf8(record.type == SyntheticEvent::InputMethod ? record.inputMethodText : record.text);
 }
 
+/// Why nobody could act on the object of \p record; empty if one could.
+QString obstacleTo(const SyntheticEvent &record)
+{
+    return record.ready || !record.object ? QString() : notReadyReason(record.object);
+}
+
 QString inWords(const SyntheticEvent &record)
 {
     const QString object = record.objectName.isEmpty() ? QStringLiteral("a window")
@@ -112,7 +118,7 @@ void InputLedger::take(const SyntheticEvent &record)
     }
     m_foreseen.reset();
     if (isBeginning(record))
-        m_entries.push_back({record, std::nullopt, record.ready ? QString() : notReadyReason(record.object)});
+        m_entries.push_back({record, std::nullopt, obstacleTo(record)});
     else
         noteEnd(record);
     tellOutlook();
