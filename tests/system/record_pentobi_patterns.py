@@ -14,7 +14,7 @@ POINT = rf"{NUMBER}, {NUMBER}"
 # Pieces and squares have neither ids nor names of their own, so that they are
 # looked for below what does.
 BELOW = rf"{ROOT}(?: .*)?"
-PIECE_IMAGE = rf'{BELOW} Image\[source=\\"image://pentobi/square/[^"]*\\"\]:visible(:nth\(\d+\))?"'
+PIECE = rf'{ROOT} MouseArea#dragArea:visible MouseArea:visible"'
 ON_BOARD = rf'{BELOW} (Image\[source=\\"image://pentobi/square/[^"]*\\"\]|MouseArea):visible(:nth\(\d+\))?"'
 
 # Places inside the window.
@@ -100,7 +100,7 @@ class RecordPentobiPatterns(unittest.TestCase):
         self.finish()
         self.expect(
             rf'mouseClick\({BELOW} MouseArea\[index=\\"\d+\\"\]:visible", {POINT}, Qt\.LeftButton\);',
-            rf"mouseDrag\({PIECE_IMAGE}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
+            rf"mouseDrag\({PIECE}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
             rf"mouseWheel\({ON_BOARD}, {POINT}, 0, -30, Qt\.NoModifier\);",
             rf"longMouseDrag\({ON_BOARD}, {POINT}, {POINT}, Qt\.NoModifier, Qt\.LeftButton\);",
             rf'doubleClick\({BELOW} MouseArea:visible(:nth\(\d+\))?", {POINT}, Qt\.LeftButton\);',

@@ -19,7 +19,7 @@ test.compare(findObject("{WINDOW} Button#countButton").text, "Count 2");
 mouseClick("{WINDOW} TextField#nameField:visible", 60, 10, Qt.LeftButton);
 type("{WINDOW} TextField#nameField:visible", "Hello you");
 test.compare(findObject("{WINDOW} TextField#nameField").text, "Hello you");
-mouseClick("{WINDOW} ItemDelegate[objectName=\\"row1\\"]:visible", 50, 10, Qt.LeftButton);
+mouseClick("{WINDOW} ListView#list:visible ItemDelegate[objectName=\\"row1\\"]:visible", 50, 10, Qt.LeftButton);
 test.compare(status.last, "row1");
 """
 

@@ -225,7 +225,7 @@ class RoundTripControls(RoundTrip):
         # eyes of the program.
         subprocess.run(["setxkbmap", "de"], check=True)
         self.addCleanup(subprocess.run, ["setxkbmap", "us"], check=True)
-        with self.scene("textfield", "mouseClick type type type") as user:
+        with self.scene("textfield", "mouseClick type") as user:
             user.click(100, 65)
             user.type("Grün")
             user.sees(r".* other \[Grün\], .*")

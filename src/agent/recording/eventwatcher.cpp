@@ -194,6 +194,8 @@ void EventWatcher::takeEvent(QObject *receiver, QEvent *event)
     m_shortcuts.look();
     if (window && m_windows.take(window, event, m_settling.isSettling(receiver, *event)))
         return;
+    if (event->type() == QEvent::Close)
+        m_windows.letGo();
     if (event->isInputEvent()) {
         noteInput(window, event);
         correctModifiers(receiver, *static_cast<QInputEvent *>(event));

@@ -17,7 +17,7 @@ using QtWrapper::SyntheticEvent;
 
 // A long click is played for less than a second; whoever holds a button for
 // clearly longer may mean that.
-constexpr std::chrono::milliseconds longestClick(1300);
+constexpr std::chrono::milliseconds longestClick(1800);
 
 std::chrono::milliseconds timeBetween(const SyntheticEvent &press, const SyntheticEvent &release)
 {

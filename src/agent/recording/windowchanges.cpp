@@ -16,8 +16,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// A user who moves or sizes a window pauses less, and a click comes later.
-constexpr std::chrono::milliseconds quietTime(400);
+// A user who moves or sizes a window pauses less. Any input ends a run, too.
+constexpr std::chrono::milliseconds quietTime(1000);
 
 // Window managers answer sooner, and some in several steps.
 constexpr std::chrono::milliseconds followingTime(500);
