@@ -71,7 +71,9 @@ public:
 
     void deliver(QEvent::Type type)
     {
-        const QPointF local(Pointer);
+        // Qt drops moves to where the pointer is already.
+        m_isAside = type == QEvent::MouseMove && !m_isAside;
+        const QPointF local = QPointF(Pointer) + (m_isAside ? QPointF(0.25, 0.25) : QPointF());
         const bool isHeld = type != QEvent::MouseButtonRelease;
         QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::SynchronousDelivery>(
             &window, local, window.mapToGlobal(local), isHeld ? Qt::LeftButton : Qt::NoButton,
@@ -116,6 +118,7 @@ private:
     }
 
     QQuickItem *root;
+    bool m_isAside = false;
 };
 
 QQuickItem *bareWalk(QQuickItem *item, const QPointF &point)
